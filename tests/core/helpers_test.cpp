@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include "core/clock.h"
+#include "core/sample_array.h"
+#include "core/serial_date.h"
+#include "core/status.h"
+#include "core/text.h"
+#include "core/units.h"
+
+namespace nbx {
+namespace {
+
+TEST(FormatField, RightAlignedInWidthLessOneWithAPointWhateverTheLocale) {
+  EXPECT_EQ(FormatField(-123.4, "#0.0", 7), "-123.4");
+  EXPECT_EQ(FormatField(5.25, "#0.0", 7, ','), "   5.3");
+  // Too long for the field: the leading characters go.
+  EXPECT_EQ(FormatField(-12345.6, "#0.0", 7), "2345.6");
+  EXPECT_EQ(FormatField(3, "0", 2), "3");
+  EXPECT_EQ(FormatField(19.558, "#0.00", 0, ','), "19.56");
+}
+
+TEST(TextHelpers, PathsWidthsAndBoxNumbers) {
+  EXPECT_EQ(JoinPath("", "a.dat"), "a.dat");
+  EXPECT_EQ(JoinPath("/data", "a.dat"), "/data/a.dat");
+  EXPECT_EQ(JoinPath("/data/", "a.dat"), "/data/a.dat");
+  EXPECT_EQ(FixedWidth("Overcast", 5), "Overc");
+  EXPECT_EQ(FixedWidth("Dry", 5), "Dry  ");
+  EXPECT_EQ(FixedWidth("Dry", 0), "Dry");
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(ToCommaDecimal("12.5 3.25"), "12,5 3,25");
+
+  EXPECT_EQ(ParseNumber("  -1520      "), -1520);
+  EXPECT_EQ(ParseNumber("10000.5"), 10000.5);
+  EXPECT_EQ(ParseNumber("+7"), 7);
+  for (const char* damaged : {"", "   ", "12x4", "1.2.3", "-", ".", "1e5", "0x10"})
+    EXPECT_FALSE(ParseNumber(damaged).has_value()) << damaged;
+}
+
+TEST(SerialDates, DaysSince1899WithTheTimeAsFraction) {
+  EXPECT_EQ(ToSerialDate({1899, 12, 30, 0, 0, 0, 0}), 0.0);
+  EXPECT_EQ(ToSerialDate({1900, 1, 1, 0, 0, 0, 0}), 2.0);
+  EXPECT_DOUBLE_EQ(ToSerialDate({2026, 1, 31, 18, 0, 0, 0}), 46053.75);
+  const LocalDateTime t{2026, 11, 21, 23, 59, 58, 0};
+  EXPECT_EQ(FromSerialDate(ToSerialDate(t)), t);
+  EXPECT_EQ(FromSerialDate(AddSeconds(ToSerialDate(t), 3)), (LocalDateTime{2026, 11, 22, 0, 0, 1, 0}));
+  EXPECT_EQ(FormatDate(t, "yyyy-mm-dd"), "2026-11-21");
+  EXPECT_EQ(FormatDate(t, "hh:mm:ss.ss"), "23:59:58.58");
+  EXPECT_EQ(FormatDate(t, "dd/mmm/yy"), "21/Nov/26");
+  EXPECT_EQ(FormatDate(t, "yyyy/mm/dd hh:mm:ss"), "2026/11/21 23:59:58");
+}
+
+class FixedClock : public Clock {
+ public:
+  LocalDateTime now;
+  LocalDateTime Now() const override { return now; }
+};
+
+TEST(MillisNow, WholeSecondsOfTheSerialDatePlusTheMillisecondField) {
+  FixedClock clock;
+  clock.now = {2026, 11, 21, 22, 0, 0, 250};
+  const std::int64_t first = MillisNow(clock);
+  EXPECT_EQ(first, static_cast<std::int64_t>(ToSerialDate({2026, 11, 21, 22, 0, 0, 0}) * 86400.0) * 1000 + 250);
+  clock.now.second = 1;
+  clock.now.millisecond = 0;
+  EXPECT_EQ(MillisNow(clock) - first, 750);
+  // The clock set back: the stamp goes back with it.
+  clock.now.hour = 21;
+  EXPECT_LT(MillisNow(clock), first);
+}
+
+TEST(SampleAverage, ClipsBeyondOneSigmaOfTheMean) {
+  EXPECT_DOUBLE_EQ(SampleAverage({10, 10, 10, 10, 20}, 1), 10);
+  EXPECT_DOUBLE_EQ(SampleAverage({0.1, 0.1, 0.1}, 1), 0.1);  // equal samples are all kept
+  EXPECT_DOUBLE_EQ(SampleAverage({42}, 1), 42);             // one sample: sigma 0
+  EXPECT_DOUBLE_EQ(SampleAverage({10, 20}, 1), 15);         // both on the edges, kept
+  EXPECT_EQ(SampleAverage({10, 20, 30}, 0), 20);            // a zero width keeps the mean only
+  EXPECT_EQ(SampleAverage({10, 30}, 0), 999999);            // none kept
+}
+
+TEST(SampleArray, DropsPastItsBoundAndKeepsOldSlots) {
+  SampleArray a;
+  a.Resize(3);
+  a.Add(1.0);
+  a.Add(std::nullopt);  // a damaged number takes its index and leaves the slot
+  a.Add(3.0);
+  a.Add(4.0);           // a fourth sample in a cycle of three is dropped
+  EXPECT_EQ(a.values, (std::vector<double>{1, 0, 3}));
+  a.count = 0;
+  a.Add(9.0);
+  EXPECT_EQ(a.values, (std::vector<double>{9, 0, 3}));
+}
+
+TEST(Units, TemperatureAndSpeedConversions) {
+  EXPECT_DOUBLE_EQ(ConvertTemperature("C", "F", 100), 212);
+  EXPECT_DOUBLE_EQ(ConvertTemperature("F", "C", 32), 0);
+  EXPECT_DOUBLE_EQ(ConvertTemperature("C", "C", 7), 7);
+  EXPECT_DOUBLE_EQ(ConvertSpeed("K", "m", 36), 10);
+  EXPECT_DOUBLE_EQ(ConvertSpeed("m", "K", 10), 36);
+  EXPECT_NEAR(ConvertSpeed("K", "M", 1.609344), 1, 1e-12);
+  EXPECT_NEAR(ConvertSpeed("k", "K", 1), 1.852, 1e-12);
+  EXPECT_NEAR(ConvertSpeed("M", "k", ConvertSpeed("k", "M", 13)), 13, 1e-12);
+  // The letters are case-sensitive: "k" is knots, an unknown letter changes nothing.
+  EXPECT_DOUBLE_EQ(ConvertSpeed("K", "X", 12), 12);
+  EXPECT_NE(ConvertSpeed("K", "k", 12), ConvertSpeed("K", "K", 12));
+}
+
+TEST(StatusLines, MainLineCutAt60AndTheCycleLampFlips) {
+  Display d;
+  SetStatusMain(d, std::string(70, 'x'), 255);
+  EXPECT_EQ(d.StatusBar.Caption.size(), 60u);
+  EXPECT_EQ(d.StatusBar.ForeColor, 255u);
+  SetStatusCode(d, "f52 f51 " + std::string(70, 'y'), 255);
+  EXPECT_EQ(d.StatusBar2.Caption.size(), 78u);
+
+  SetCycleLED(d, colours::Blue);
+  EXPECT_EQ(d.LEDSensor[0].FillColor, colours::Blue);
+  EXPECT_EQ(d.LEDSensor[1].FillColor, colours::LampGrey);
+  SetCycleLED(d, colours::Red);
+  EXPECT_EQ(d.LEDSensor[0].FillColor, colours::LampGrey);
+  EXPECT_EQ(d.LEDSensor[1].FillColor, colours::Red);
+}
+
+}  // namespace
+}  // namespace nbx
