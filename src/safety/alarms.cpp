@@ -1,0 +1,10 @@
+#include "safety/alarms.h"
+
+#include "core/nimbometer.h"
+
+namespace nbx {
+
+void AlarmStop(Nimbometer&) {}
+bool CheckScripts(Nimbometer&, std::string&) { return false; }
+
+}  // namespace nbx

@@ -1,0 +1,9 @@
+#include "sensors/brightness.h"
+
+#include "core/nimbometer.h"
+
+namespace nbx {
+
+void ReadBrightness(Nimbometer&) {}
+
+}  // namespace nbx

@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include "device/link_life.h"
+#include "device/reading_cycle.h"
+#include "support/sim_station.h"
+
+namespace nbx {
+namespace {
+
+using Commands = std::vector<std::string>;
+
+Commands FullCycle(int passes, bool wind) {
+  Commands c;
+  for (int i = 0; i < passes; ++i)
+    for (const char* cmd : {"S", "T", "C", "E"}) c.push_back(cmd);
+  if (wind) c.push_back("V");
+  for (const char* cmd : {"Q", "D", "F"}) c.push_back(cmd);
+  return c;
+}
+
+// The cycle light flips between its two lamps; the lit one shows the colour.
+bool CycleLightShows(const Display& d, Colour colour) {
+  return d.LEDSensor[0].FillColor == colour || d.LEDSensor[1].FillColor == colour;
+}
+
+Commands Concat(Commands a, const Commands& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+TEST(ReadingCycle, CommandsOfAFirmware610CycleWithEverySensor) {
+  test::SimStation st;
+  StartAction(st.nm);
+  st.RunPeriods(1);
+  // A fresh port: reset, then the unknown box is asked who it is, nothing more.
+  EXPECT_EQ(st.CommandsSince(0), (Commands{"z", "B", "K"}));
+  EXPECT_EQ(st.nm.state.FirmwareMajor, 6);
+  EXPECT_FALSE(st.nm.state.NBX_DataReady);
+  std::size_t before = st.box.Commands().size();
+  st.RunPeriods(1);
+  // The anemometer answers the "v" that opens this cycle: its "V" comes from the next one.
+  EXPECT_EQ(st.CommandsSince(before), Concat({"v", "h", "t", "p"}, FullCycle(5, false)));
+  EXPECT_TRUE(st.nm.state.IsWindPresent);
+  before = st.box.Commands().size();
+  st.RunPeriods(1);
+  EXPECT_EQ(st.CommandsSince(before), Concat({"v", "h", "t", "p"}, FullCycle(5, true)));
+  EXPECT_TRUE(st.nm.state.NBX_DataReady);
+  EXPECT_EQ(st.nm.state.HumidityPresent, 1);
+  EXPECT_EQ(st.nm.state.PressurePresent, 1);
+}
+
+TEST(ReadingCycle, FirmwareDecidesTheOptionalSensors) {
+  struct Case {
+    const char* firmware;
+    Commands opening;
+  };
+  const Case cases[] = {
+      {"6.00", {"v", "h", "t"}},       // this release is never asked for pressure
+      {"6.01", {"v", "h", "t", "p"}},  //
+      {"5.82", {"v", "h", "t", "p"}},  //
+      {"5.81", {"v", "h", "t"}},       //
+      {"5.50", {"v"}},                 // humidity from 5.6 on
+      {"3.10", {}},                    // no "v" before firmware 5
+  };
+  for (const Case& c : cases) {
+    test::SimStation st;
+    st.box.readings.firmware = c.firmware;
+    st.box.readings.windFitted = false;
+    st.nm.state.IsWindPresent = false;
+    st.StartAndRunFirstCycles();
+    const std::size_t before = st.box.Commands().size();
+    st.RunPeriods(1);
+    EXPECT_EQ(st.CommandsSince(before), Concat(c.opening, FullCycle(5, false))) << c.firmware;
+  }
+}
+
+TEST(ReadingCycle, ValuesOfAGoodCycleComeFromTheBox) {
+  test::SimStation st;
+  st.nm.state.Stats_Universe = 3;
+  st.nm.state.SizeSampleArrays();
+  st.box.readings.skyIR = -1520;
+  st.box.readings.skySensor = 1175;
+  st.box.readings.rainFrequency = 3123;
+  st.box.readings.zenerCounts = 520;
+  st.box.readings.humidityTemp = 12;
+  st.box.readings.errorCounters = {0, 0, 0, 2};
+  st.StartAndRunFirstCycles();
+  const SiteState& s = st.nm.state;
+  EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -15.2);
+  EXPECT_DOUBLE_EQ(s.Value_CloudTemp, 11.75);
+  EXPECT_DOUBLE_EQ(s.Value_Rain, 3123);
+  EXPECT_NEAR(s.ReferenceVoltage, 1023 * 2.54 / 520, 1e-9);
+  EXPECT_NEAR(s.Value_Temp, 12, 0.01);  // borrowed from the humidity sensor
+  EXPECT_EQ(s.SerialNo, "1234");
+  EXPECT_EQ(st.nm.display.LblPECReading.Caption, "1");
+  EXPECT_EQ(st.nm.display.LblPECTot4.Caption, "2");
+  st.RunPeriods(1);
+  EXPECT_EQ(st.nm.display.LblPECReading.Caption, "2");
+  EXPECT_EQ(st.nm.display.LblPECTot4.Caption, "4");
+  EXPECT_GT(s.Value_Cycle, 0);
+  EXPECT_LT(s.Value_Cycle, 1);
+  EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Blue));
+}
+
+TEST(ReadingCycle, ASilentBoxTurnsUnknownAfterTheLimitAndRecovers) {
+  test::SimStation st;
+  st.StartAndRunFirstCycles();
+  SiteState& s = st.nm.state;
+  ASSERT_TRUE(s.NBX_DataReady);
+  st.box.faults.silentFromCommand = static_cast<int>(st.box.Commands().size()) + 1;
+
+  // The next tick's first command gets no reply and ends its cycle after PORTTimeout.
+  st.time.RunFor(10 + 5000 + 100);
+  EXPECT_TRUE(s.CommFailed);
+  EXPECT_EQ(s.ConsecutiveCommErrors, 1);
+  EXPECT_FALSE(s.SentinelsActive);
+  EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -15);  // the last values stand until the limit
+  EXPECT_EQ(st.nm.display.StatusBar.Caption, "Serial comm. OFF (1) - check Cable and Power");
+  EXPECT_EQ(st.nm.display.LblRS232Errors.Caption, "1");
+
+  st.time.RunUntil([&] { return s.ConsecutiveCommErrors >= 3; }, 60000);
+  EXPECT_TRUE(s.SentinelsActive);
+  EXPECT_EQ(s.CloudUnknownCount, 6);
+  EXPECT_EQ(s.RainUnknownCount, 6);
+  EXPECT_EQ(s.Value_CloudRaw, 999);
+  EXPECT_EQ(s.Value_Cloud, 999);
+  EXPECT_EQ(s.Value_Rain, -1);
+  EXPECT_EQ(s.Value_Wind, 999 + 9);
+  EXPECT_FALSE(s.NBX_DataReady);
+  EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Red));
+
+  // The box answers again: the next tick's reopen finds it, and the tick after
+  // is a normal cycle (firmware asked afresh, as a reopen forgets it).
+  st.box.faults.silentFromCommand = 0;
+  st.time.RunUntil([&] { return s.NBX_DataReady; }, 60000);
+  EXPECT_FALSE(s.CommFailed);
+  EXPECT_EQ(s.ConsecutiveCommErrors, 0);
+  EXPECT_FALSE(s.SentinelsActive);
+  st.RunPeriods(1);
+  EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -15);
+}
+
+TEST(ReadingCycle, FirstTimeOutGivesUpWithALimitOfZero) {
+  test::SimStation st;
+  st.nm.config.UnknownRS232NoError = 0;
+  st.box.faults.silentFromCommand = 1;
+  StartAction(st.nm);
+  st.time.RunFor(5100);
+  EXPECT_TRUE(st.nm.state.SentinelsActive);
+}
+
+TEST(ReadingCycle, StopInTheMiddleOfACycleDropsFramesAndRestsTheHeater) {
+  test::SimStation st;
+  st.box.delivery.baud = 9600;  // a cycle takes long enough to stop inside it
+  st.StartAndRunFirstCycles();
+  SiteState& s = st.nm.state;
+  st.RunPeriods(1);
+  st.time.RunFor(300);  // the next cycle is on the wire
+  ASSERT_TRUE(s.CycleBusy);
+  const int skyCount = s.SamplesSkyIR.count;
+  const std::size_t before = st.box.Commands().size();
+  StopAction(st.nm);
+  EXPECT_FALSE(s.IsRunning);
+  st.time.RunFor(5);
+  EXPECT_EQ(s.SamplesSkyIR.count, skyCount);  // frames still arriving are dropped
+  st.time.RunFor(20);
+  EXPECT_FALSE(st.link.IsOpen());
+  EXPECT_FALSE(st.time.IsArmed(TimerId::CommOn));
+  EXPECT_FALSE(st.time.IsArmed(TimerId::RS232Timeout));
+  const Commands after = st.CommandsSince(before);
+  ASSERT_FALSE(after.empty());
+  EXPECT_EQ(after.back(), "P0102");  // 10 percent of 1023, the resting duty
+  EXPECT_TRUE(st.nm.display.ButtSTART.Visible);
+  EXPECT_FALSE(st.nm.display.ButtStop.Visible);
+
+  // A Start after Stop asks "B", "K" first, as the reopen clears the firmware.
+  const std::size_t restart = st.box.Commands().size();
+  StartAction(st.nm);
+  st.time.RunFor(3000);
+  EXPECT_EQ(st.CommandsSince(restart), (Commands{"z", "B", "K"}));
+}
+
+TEST(ReadingCycle, AnUnpluggedAdapterIsReportedRetriedAndRecovered) {
+  test::SimStation st;
+  st.StartAndRunFirstCycles();
+  SiteState& s = st.nm.state;
+  st.link.Unplug();
+  st.RunPeriods(1);
+  EXPECT_TRUE(st.host.Traced("Serial port lost - USB/Serial malfunction?"));
+  st.time.RunUntil([&] { return s.SentinelsActive; }, 120000);
+  EXPECT_EQ(st.nm.display.StatusBar.Caption.substr(0, 47),
+            "Serial port /dev/ttyNBX0 error: No such file or");
+  EXPECT_EQ(s.NBX_CloudCondition, 0);
+  EXPECT_GT(st.host.beeps, 0);
+  // The program keeps ticking: no cycle is left hanging.
+  const int processed = st.host.cyclesProcessed;
+  st.RunPeriods(3);
+  EXPECT_GT(st.host.cyclesProcessed, processed);
+
+  st.link.PlugIn();
+  st.time.RunUntil([&] { return s.NBX_DataReady; }, 60000);
+  EXPECT_FALSE(s.CommFailed);
+  EXPECT_EQ(st.link.lastDevice, "/dev/ttyNBX0");
+}
+
+TEST(ReadingCycle, BusyTicksOnlyShowOrangeAndGraphThinning) {
+  test::SimStation st;
+  st.nm.config.GraphFreq = 3;
+  st.StartAndRunFirstCycles();
+  SiteState& s = st.nm.state;
+  std::vector<bool> due;
+  for (int i = 0; i < 6; ++i) {
+    st.RunPeriods(1);
+    due.push_back(s.GraphDue);
+  }
+  EXPECT_EQ(due, (std::vector<bool>{false, true, false, false, true, false}));
+
+  // A tick that finds the cycle still running leaves the count and the queue alone.
+  s.CycleBusy = true;
+  const int count = s.GraphCycleCount;
+  const std::size_t commands = st.box.Commands().size();
+  TimerGraphTick(st.nm);
+  EXPECT_EQ(s.GraphCycleCount, count);
+  EXPECT_EQ(st.box.Commands().size(), commands);
+  EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Orange));
+}
+
+}  // namespace
+}  // namespace nbx

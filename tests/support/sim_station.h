@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "boxsim/box.h"
+#include "core/host.h"
+#include "core/nimbometer.h"
+#include "support/in_process_link.h"
+#include "support/virtual_time.h"
+
+namespace nbx::test {
+
+// The program's surroundings for a test: it keeps what the logic traced and
+// asked, and waits on virtual time.
+class RecordingHost : public Host {
+ public:
+  explicit RecordingHost(VirtualTime& time) : time_(time) {}
+  void Trace(std::string_view line) override { traces.emplace_back(line); }
+  void DebugInfo(std::string_view message) override { debugLines.emplace_back(message); }
+  void Beep() override { ++beeps; }
+  int ShowMessage(std::string_view text, int buttons, std::string_view title) override {
+    messages.emplace_back(text);
+    return Host::ShowMessage(text, buttons, title);
+  }
+  bool WaitFor(const std::function<bool()>& done, int timeoutMs) override {
+    return time_.RunUntil(done, timeoutMs);
+  }
+  void CycleProcessed() override { ++cyclesProcessed; }
+
+  bool Traced(std::string_view line) const;
+
+  std::vector<std::string> traces;
+  std::vector<std::string> debugLines;  // the logic's log lines, in order
+  std::vector<std::string> messages;
+  int beeps = 0;
+  int cyclesProcessed = 0;
+
+ private:
+  VirtualTime& time_;
+};
+
+// A whole station on virtual time with the simulated box in-process: the
+// logic, the box, the line between them and the timers.
+class SimStation {
+ public:
+  SimStation();
+
+  // The commands the box has received (without "!"), from `from` on.
+  std::vector<std::string> CommandsSince(std::size_t from) const;
+  // Presses Start and runs until the first full cycle has been processed.
+  void StartAndRunFirstCycles();
+  // Runs `periods` whole refresh periods.
+  void RunPeriods(int periods);
+
+  VirtualTime time;
+  boxsim::Box box;
+  InProcessLink link{time, box};
+  RecordingHost host{time};
+  Nimbometer nm;
+};
+
+}  // namespace nbx::test
