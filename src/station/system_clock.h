@@ -1,0 +1,13 @@
+#pragma once
+
+#include "core/clock.h"
+
+namespace nbx {
+
+// The computer's local clock.
+class SystemClock : public Clock {
+ public:
+  LocalDateTime Now() const override;
+};
+
+}  // namespace nbx
