@@ -1,5 +1,6 @@
 #include "outputs/user_data_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 

@@ -6,7 +6,6 @@
 #include "fixed_site.h"
 #include "outputs/data_outputs.h"
 #include "outputs/transfer_file.h"
-#include "outputs/transfer_layout.h"
 
 namespace nbx {
 namespace {
@@ -257,31 +256,6 @@ TEST(TransferFile, FailedAndOldReads) {
   EXPECT_EQ(site.nm.display.StatusBar.Caption, "Reading is -7200 sec wrong");
   EXPECT_EQ(site.nm.display.StatusBar2.Caption, "w42");
   EXPECT_EQ(s.Value_Temp, 7.5) << "an old record is still read";
-}
-
-TEST(TransferFile, LayoutRoundTripKeepsEveryField) {
-  TransferRecord r;
-  r.Temp = 1.5;
-  r.LastReading = 46347.5;
-  r.HeatText = "x";
-  r.Bands[8] = {-3.25, -2, "band"};
-  r.CloudTempK6 = 6;
-  r.SkyQualityPresent = -1;
-  r.WindPresent = -1;
-  const std::string bytes = EncodeTransferRecord(r);
-  ASSERT_EQ(bytes.size(), TransferRecordSize);
-  const auto back = DecodeTransferRecord(bytes);
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->Temp, 1.5);
-  EXPECT_EQ(back->LastReading, 46347.5);
-  EXPECT_EQ(back->HeatText, "x");
-  EXPECT_EQ(back->Bands[8].Limit, -3.25);
-  EXPECT_EQ(back->Bands[8].Color, -2);
-  EXPECT_EQ(back->Bands[8].Caption, "band");
-  EXPECT_EQ(back->CloudTempK6, 6);
-  EXPECT_EQ(back->SkyQualityPresent, -1);
-  EXPECT_EQ(back->WindPresent, -1);
-  EXPECT_FALSE(DecodeTransferRecord(bytes.substr(0, 619)));
 }
 
 }  // namespace
