@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "outputs/user_data_file.h"
 #include "station/settings_store.h"
 #include "station/cycle_summary.h"
 #include "station/simulated_box.h"
@@ -92,5 +93,6 @@ int main(int argc, char* argv[]) {
   RouteSignals([&] { station.Stop(); });
 
   station.Start();
+  if (nm.config.CheckStartRecording != 0) nbx::Record_Start(nm, true);
   return app.exec();
 }

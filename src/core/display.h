@@ -91,6 +91,9 @@ struct Display {
   Control Frame3;                 // content of the "Unsafe" tab
   Control WarningCOMPort{false, true};
   bool SetupLocked = false;       // the setup controls that may not change in a run
+  // FileName, ButtPATH, ButtFileStructure, SaveFreq, LastReadOnly and chkDebug:
+  // disabled for as long as a recording runs.
+  bool RecordControlsEnabled = true;
 
   // --- Graph span
   Label GraphSpan;

@@ -6,6 +6,7 @@
 #include "core/host.h"
 #include "core/site_state.h"
 #include "core/timers.h"
+#include "outputs/output_files.h"
 
 namespace nbx {
 
@@ -29,6 +30,7 @@ struct Nimbometer {
   Config config;
   Display display;
   Services io;
+  OutputFiles files;
 
   Nimbometer() { state.SizeSampleArrays(); }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/sample_array.h"
+#include "core/transfer_record.h"
 
 namespace nbx {
 
@@ -163,6 +164,9 @@ struct SiteState {
   std::int16_t SameReadingCount = 0;
   bool XFERFileErr = false;
   bool RemoteCommAlarmOn = false;
+  // The master's last record as read, bands, heater values and factors with
+  // it; the remote's own settings take them only by ReloadMasterConstants.
+  TransferRecord TransferCopy;
 
   // --- Automation clients
   std::int32_t COMNoUsers = 0;

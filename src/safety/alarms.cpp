@@ -4,6 +4,7 @@
 
 namespace nbx {
 
+void AlarmStart(Nimbometer&, const std::string&) {}
 void AlarmStop(Nimbometer&) {}
 bool CheckScripts(Nimbometer&, std::string&) { return false; }
 

@@ -5,6 +5,8 @@
 namespace nbx {
 struct Nimbometer;
 
+// Plays a sound file; a name ending in "|repeat" plays on until stopped.
+void AlarmStart(Nimbometer& nm, const std::string& file);
 // Stops the alarm sound.
 void AlarmStop(Nimbometer& nm);
 // Puts "f51 " / "f52 " in front of `codes` for a configured script that does

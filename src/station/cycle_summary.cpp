@@ -2,6 +2,7 @@
 
 #include "core/nimbometer.h"
 #include "core/number_format.h"
+#include "core/text.h"
 #include "sensors/raw_conversions.h"
 
 namespace nbx {
@@ -30,6 +31,8 @@ std::string CycleSummary(const Nimbometer& nm) {
   line += "  vref " + FormatNumber(s.ReferenceVoltage, "0.00") + " V";
   line += "  cycle " + FormatNumber(s.Value_Cycle, "0.000") + " s";
   line += "  errors " + nm.display.LblRS232Errors.Caption;
+  const std::string codes = Trim(nm.display.StatusBar2.Caption);
+  if (!codes.empty()) line += "  codes " + codes;
   return line;
 }
 

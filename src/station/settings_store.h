@@ -11,8 +11,9 @@ struct Config;
 // named on the command line.
 std::unique_ptr<QSettings> OpenSettings(const QString& file);
 
-// The keys the link needs: port, line settings, period, time-out and the
-// Unknown limits of the link.
+// The keys the link needs: port, line settings, period, time-outs and the
+// Unknown limits of the link; the role, the data folders and file names, and
+// the recording options.
 void LoadLinkSettings(QSettings& settings, Config& config);
 
 }  // namespace nbx

@@ -39,9 +39,11 @@ struct StationProgram {
                 {"--headless", "--settings", dir.File("station.ini")},
                 {"XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()}) {}
   static void WriteSettings(const std::string& path, const std::string& port) {
+    const std::string folder = path.substr(0, path.rfind('/'));
     test::WriteFile(path,
                     "[Communication]\nPortName=" + port +
-                        "\nRefreshPeriod=1\nTimeout=1\n[Window]\nCloudTempFactor=False\n");
+                        "\nRefreshPeriod=1\nTimeout=1\n[Window]\nCloudTempFactor=False\n"
+                        "[COMMFile]\nNetFilePath=" + folder + "\nPathNameCCDAP4=" + folder + "\n");
   }
   // The next summary line of a cycle, skipping other output.
   bool NextCycle(std::string& line, std::chrono::milliseconds timeout = 10s) {

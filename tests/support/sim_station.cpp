@@ -18,6 +18,8 @@ SimStation::SimStation() {
   nm.io.link = &link;
   nm.io.host = &host;
   nm.config.PortName = "/dev/ttyNBX0";
+  nm.config.LblPathName = nm.config.LblPathNameCCDAP4 = files.path();
+  nm.config.NetPathMaster = nm.config.NetPathRemote = files.path();
   time.onTimer = [this](TimerId id) { OnTimer(nm, id); };
   link.onReceive = [this] { OnComm(nm); };
 }

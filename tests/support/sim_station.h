@@ -6,6 +6,7 @@
 #include "boxsim/box.h"
 #include "core/host.h"
 #include "core/nimbometer.h"
+#include "support/child_process.h"
 #include "support/in_process_link.h"
 #include "support/virtual_time.h"
 
@@ -21,8 +22,9 @@ class RecordingHost : public Host {
   void Beep() override { ++beeps; }
   int ShowMessage(std::string_view text, int buttons, std::string_view title) override {
     messages.emplace_back(text);
-    return Host::ShowMessage(text, buttons, title);
+    return reply != 0 ? reply : Host::ShowMessage(text, buttons, title);
   }
+  char DecimalSeparator() const override { return decimalSeparator; }
   bool WaitFor(const std::function<bool()>& done, int timeoutMs) override {
     return time_.RunUntil(done, timeoutMs);
   }
@@ -35,6 +37,8 @@ class RecordingHost : public Host {
   std::vector<std::string> messages;
   int beeps = 0;
   int cyclesProcessed = 0;
+  int reply = 0;                // the answer to a message; 0 gives the default one
+  char decimalSeparator = '.';  // the machine's locale
 
  private:
   VirtualTime& time_;
@@ -54,6 +58,7 @@ class SimStation {
   void RunPeriods(int periods);
 
   VirtualTime time;
+  TempDir files;  // where the station's data files go
   boxsim::Box box;
   InProcessLink link{time, box};
   RecordingHost host{time};
