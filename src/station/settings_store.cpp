@@ -1,38 +1,65 @@
 #include "station/settings_store.h"
 
-#include "core/config.h"
+#include <QFileInfo>
+#include <QStringList>
+#include <cstdio>
 
 namespace nbx {
 namespace {
 
-// A key that is missing or not a number keeps the default.
-template <typename T>
-void ReadNumber(QSettings& settings, const char* key, T& target) {
-  bool ok = false;
-  const double value = settings.value(key).toString().trimmed().toDouble(&ok);
-  if (ok) target = static_cast<T>(value);
+QString Address(std::string_view section, std::string_view key) {
+  return QString::fromUtf8(section.data(), static_cast<qsizetype>(section.size())) + '/' +
+         QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+}
+
+void Report(const char* what, const QString& file) {
+  std::fprintf(stderr, "nimbometer: %s the settings file %s\n", what, qPrintable(file));
+  std::fflush(stderr);
 }
 
 }  // namespace
 
-std::unique_ptr<QSettings> OpenSettings(const QString& file) {
-  if (!file.isEmpty()) return std::make_unique<QSettings>(file, QSettings::IniFormat);
-  return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, "NBX_Nimbometer",
-                                     "NBX_Nimbometer");
+IniSettings::IniSettings(const QString& file)
+    : settings_(file.isEmpty() ? QSettings(QSettings::IniFormat, QSettings::UserScope,
+                                           "NBX_Nimbometer", "NBX_Nimbometer")
+                                     .fileName()
+                               : file,
+                QSettings::IniFormat) {}
+
+std::string IniSettings::Get(std::string_view section, std::string_view key,
+                             std::string_view defaultText) {
+  const QVariant value = settings_.value(Address(section, key));
+  if (!value.isValid())
+    return std::string(defaultText);
+  // An unquoted value with commas, as a hand-written "RS232Setup=9600,n,8,1"
+  // or a German "DarkReferenceValue=19,6", comes back as a list.
+  if (value.typeId() == QMetaType::QStringList)
+    return value.toStringList().join(',').toStdString();
+  return value.toString().toStdString();
 }
 
-void LoadLinkSettings(QSettings& settings, Config& config) {
-  settings.beginGroup("Communication");
-  ReadNumber(settings, "Port", config.COMPort);
-  config.PortName = settings.value("PortName", "").toString().toStdString();
-  config.CommSettings = settings.value("RS232Setup", "9600,n,8,1").toString().toStdString();
-  ReadNumber(settings, "RefreshPeriod", config.RefreshPeriod);
-  ReadNumber(settings, "Timeout", config.PORTTimeout);
-  settings.endGroup();
-  settings.beginGroup("Window");
-  ReadNumber(settings, "UnknownRS232Error", config.UnknownRS232NoError);
-  ReadNumber(settings, "UnknownNoReading", config.UnknownNoReading);
-  settings.endGroup();
+void IniSettings::Save(std::string_view section, std::string_view key, std::string_view text) {
+  settings_.setValue(Address(section, key),
+                     QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+bool IniSettings::CheckReadable() {
+  const QFileInfo info(FileName());
+  if ((info.exists() && (!info.isFile() || !info.isReadable())) ||
+      settings_.status() == QSettings::FormatError) {
+    Report("cannot read", FileName());
+    return false;
+  }
+  return true;
+}
+
+bool IniSettings::Flush() {
+  settings_.sync();
+  if (settings_.status() != QSettings::NoError) {
+    Report("cannot write", FileName());
+    return false;
+  }
+  return true;
 }
 
 }  // namespace nbx

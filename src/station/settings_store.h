@@ -2,17 +2,33 @@
 
 #include <QSettings>
 #include <QString>
-#include <memory>
+
+#include "config/settings.h"
 
 namespace nbx {
-struct Config;
 
-// The settings store: the per-user INI file of the program, or the file
-// named on the command line.
-std::unique_ptr<QSettings> OpenSettings(const QString& file);
+// The settings store as an INI file through QSettings: the per-user file
+// ($XDG_CONFIG_HOME/NBX_Nimbometer/NBX_Nimbometer.ini) or the file named on
+// the command line. Sections are INI groups, every value is written as text,
+// and keys that this program does not know stay in the file when it saves.
+class IniSettings : public Settings {
+ public:
+  explicit IniSettings(const QString& file = {});
 
-// The keys the link needs: port, line settings, period, time-out and the
-// Unknown limits of the link.
-void LoadLinkSettings(QSettings& settings, Config& config);
+  std::string Get(std::string_view section, std::string_view key,
+                  std::string_view defaultText) override;
+  void Save(std::string_view section, std::string_view key, std::string_view text) override;
+
+  QString FileName() const { return settings_.fileName(); }
+  // False, with a line on standard error, when the file is there but cannot
+  // be read: the load then gives every default.
+  bool CheckReadable();
+  // Writes what was saved to the file; false, with a line on standard error,
+  // when it cannot be written.
+  bool Flush();
+
+ private:
+  QSettings settings_;
+};
 
 }  // namespace nbx
