@@ -19,11 +19,12 @@ void Report(const char* what, const QString& file) {
 
 }  // namespace
 
+QString PerUserSettingsFile(const QString& application) {
+  return QSettings(QSettings::IniFormat, QSettings::UserScope, application, application).fileName();
+}
+
 IniSettings::IniSettings(const QString& file)
-    : settings_(file.isEmpty() ? QSettings(QSettings::IniFormat, QSettings::UserScope,
-                                           "NBX_Nimbometer", "NBX_Nimbometer")
-                                     .fileName()
-                               : file,
+    : settings_(file.isEmpty() ? PerUserSettingsFile("NBX_Nimbometer") : file,
                 QSettings::IniFormat) {}
 
 std::string IniSettings::Get(std::string_view section, std::string_view key,

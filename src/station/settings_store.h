@@ -7,12 +7,18 @@
 
 namespace nbx {
 
+// The per-user INI file of a program by its application name:
+// $XDG_CONFIG_HOME/<application>/<application>.ini. Another program's
+// settings ("NBX_Meteodesk") are read through an IniSettings on its file.
+QString PerUserSettingsFile(const QString& application);
+
 // The settings store as an INI file through QSettings: the per-user file
 // ($XDG_CONFIG_HOME/NBX_Nimbometer/NBX_Nimbometer.ini) or the file named on
 // the command line. Sections are INI groups, every value is written as text,
 // and keys that this program does not know stay in the file when it saves.
 class IniSettings : public Settings {
  public:
+  // `file` empty: the per-user file of this program.
   explicit IniSettings(const QString& file = {});
 
   std::string Get(std::string_view section, std::string_view key,
