@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "core/colours.h"
@@ -12,6 +13,7 @@ namespace nbx {
 struct Swatch {
   std::string Caption;
   Colour BackColor = 0;
+  bool operator==(const Swatch&) const = default;
 };
 
 // An alarm entry of a class: its check state (1 is on) and its sound file,
@@ -19,6 +21,7 @@ struct Swatch {
 struct AlarmEntry {
   std::int32_t Value = 0;
   std::string Tag;
+  bool operator==(const AlarmEntry&) const = default;
 };
 
 // One position of the user data file's column table.
@@ -26,6 +29,7 @@ struct FileColumn {
   std::string Hdr;         // heading, at most 25 characters
   std::int32_t Cal = 0;    // field identifier 1..24
   bool Prt = true;         // printed
+  bool operator==(const FileColumn&) const = default;
 };
 
 inline constexpr int FileColumnCount = 24;
@@ -169,9 +173,19 @@ struct Config {
   double GraphTempMin = -30;
   bool FreeImageUse = true;
 
+  // --- The window as it was left, for the next start
+  std::optional<std::int32_t> Left, Top;  // none: centred on the screen
+  std::int32_t SSTab1 = 0, SSTab2 = 0, SSTab3 = 0;  // selected tab of each tab control
+  std::int32_t VScrollPos0 = 15;
+  std::int32_t VScrollPos3 = 0;
+  std::int32_t HScrollPos1 = 15;
+  std::string LastUpdateMsg;  // shown once at the next start
+
   bool IsMaster() const { return NMRole[0]; }
 
   static std::array<FileColumn, FileColumnCount> DefaultFileColumns();
+
+  bool operator==(const Config&) const = default;
 };
 
 // The seven graphs, in the order the cycle runs them.

@@ -73,6 +73,14 @@ struct Display {
   Label BarDewPoint;
   Label WindNotAvailable{"Wind sensor not available", colours::Black, colours::PanelGrey, false};
 
+  // --- Check boxes of the "Unsafe" tab: their captions are the class words
+  std::array<Label, 3> CheckCloud{{{"Clear"}, {"Cloudy"}, {"Overcast"}}};
+  std::array<Label, 3> CheckRain{{{"Dry"}, {"Wet"}, {"Rain"}}};
+  std::array<Label, 3> CheckWind{{{"Calm"}, {"Windy"}, {"Very Windy"}}};
+  std::array<Label, 3> CheckDay{{{"Dark"}, {"Light"}, {"Very Light"}}};
+  std::array<Label, 3> CheckHumidity{{{"Dry"}, {"Normal"}, {"Humid"}}};
+  std::array<Label, 3> CheckPressure{{{"Low"}, {"Normal"}, {"High"}}};
+
   // --- Automation client panel
   std::array<Lamp, 2> LEDCOM;
   Label LblUsers;

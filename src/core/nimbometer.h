@@ -11,6 +11,7 @@
 namespace nbx {
 
 class SerialLink;
+class Settings;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -20,6 +21,7 @@ struct Services {
   Timers* timers = nullptr;
   SerialLink* link = nullptr;
   Host* host = nullptr;
+  Settings* settings = nullptr;  // the store, for the few writes outside load and unload
 };
 
 // The whole program state that the logic works on: the three records and the

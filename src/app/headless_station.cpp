@@ -1,0 +1,101 @@
+#include "app/headless_station.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <csignal>
+#include <cstdio>
+#include <functional>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "config/settings_order.h"
+#include "outputs/user_data_file.h"
+#include "station/cycle_summary.h"
+#include "station/settings_store.h"
+#include "station/station.h"
+#include "station/system_areas.h"
+
+namespace nbx {
+namespace {
+
+int signalPipe[2] = {-1, -1};
+
+void OnSignal(int) {
+  const char byte = 1;
+  (void)!::write(signalPipe[0], &byte, 1);
+}
+
+// SIGINT and SIGTERM end the program through the event loop, so that the Stop
+// action runs and the heater's resting command leaves before the port closes.
+void RouteSignals(std::function<void()> onSignal) {
+  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0) return;
+  auto* notifier = new QSocketNotifier(signalPipe[1], QSocketNotifier::Read, qApp);
+  QObject::connect(notifier, &QSocketNotifier::activated, [notifier, onSignal] {
+    char byte;
+    (void)!::read(signalPipe[1], &byte, 1);
+    notifier->setEnabled(false);
+    onSignal();
+  });
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+}
+
+}  // namespace
+
+HeadlessStation::HeadlessStation(Station& station, IniSettings& store,
+                                 const ProgramOptions& options)
+    : station_(station), store_(store), options_(options) {
+  RouteSignals([this] { station_.Stop(); });
+}
+
+bool HeadlessStation::Load() {
+  Nimbometer& nm = station_.nm();
+  store_.CheckReadable();
+  LoadSettings(store_, nm, MachineLoadContext());
+  storedPortName_ = nm.config.PortName;
+  if (options_.simulate) {
+    QString error;
+    const QString port = box_.Start({}, error);
+    if (port.isEmpty()) {
+      std::fprintf(stderr, "nimbometer: %s\n", qPrintable(error));
+      return false;
+    }
+    nm.config.PortName = port.toStdString();
+    std::printf("Simulated box on %s\n", qPrintable(port));
+    std::fflush(stdout);
+  }
+  return true;
+}
+
+int HeadlessStation::Run() {
+  Nimbometer& nm = station_.nm();
+  QObject::connect(&station_, &Station::cycleProcessed, [&nm] {
+    std::printf("%s\n", CycleSummary(nm).c_str());
+    std::fflush(stdout);
+  });
+  QObject::connect(&station_, &Station::stopped, qApp, [this] {
+    Unload();
+    QCoreApplication::exit(0);
+  });
+  station_.Start();
+  // "Connect & Record": recording starts with the station, appending.
+  if (nm.config.CheckStartRecording != 0) Record_Start(nm, true);
+  return QCoreApplication::exec();
+}
+
+// There is no window, so its place in the store stays as it was. The port of
+// the simulated box lived for this run only: the stored port is written back.
+void HeadlessStation::Unload() {
+  Nimbometer& nm = station_.nm();
+  nm.config.PortName = storedPortName_;
+  UnloadContext context;
+  context.decimalSeparator = DecimalSeparator();
+  context.windowIsNormal = false;
+  if (UnloadSettings(store_, nm, context)) store_.Flush();
+}
+
+}  // namespace nbx

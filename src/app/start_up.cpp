@@ -1,0 +1,66 @@
+#include "app/start_up.h"
+
+#include <QCoreApplication>
+#include <QVersionNumber>
+#include <string>
+
+#include "app/headless_station.h"
+#include "app/single_instance.h"
+#include "config/program_start.h"
+#include "outputs/data_outputs.h"
+#include "station/freeimage_runtime.h"
+#include "station/settings_store.h"
+#include "station/station.h"
+
+namespace nbx {
+namespace {
+
+bool startUpBegun = false;
+
+std::string ProgramVersionText() {
+  const QVersionNumber v = QVersionNumber::fromString(QCoreApplication::applicationVersion());
+  return VersionText(v.majorVersion(), v.minorVersion(), v.microVersion());
+}
+
+std::string ProgramFolder() { return QCoreApplication::applicationDirPath().toStdString(); }
+
+// Without the image library the program goes on; only the export of the
+// graph pictures stays off.
+void CheckImageLibrary(Nimbometer& nm, const std::string& versionText) {
+  if (FreeImageRuntime::Instance().Initialise()) return;
+  nm.io.host->ShowMessage("FreeImage.dll file must be present in directory\r\n" + ProgramFolder(),
+                          ButtonsOk, versionText);
+}
+
+}  // namespace
+
+bool StartUpHasBegun() { return startUpBegun; }
+
+int RunProgram(const ProgramOptions& options) {
+  startUpBegun = true;
+  Station station;
+  Nimbometer& nm = station.nm();
+  station.host().traceEnabled = options.trace;
+  const std::string versionText = ProgramVersionText();
+
+  Record_DebugInfo(nm, "Sub main");
+  Record_DebugInfo(nm, versionText);
+  Record_DebugInfo(nm, "Sub main2");
+
+  IniSettings store(options.settingsFile);
+  SingleInstance instance(store.FileName());
+  if (instance.AnotherIsRunning()) return 0;
+
+  SwapInNewUpdater(ProgramFolder());
+  Record_DebugInfo(nm, "Sub main3");
+
+  nm.io.settings = &store;
+  HeadlessStation headless(station, store, options);
+  if (!headless.Load()) return 1;
+  Record_DebugInfo(nm, "Sub main4");
+
+  CheckImageLibrary(nm, versionText);
+  return headless.Run();
+}
+
+}  // namespace nbx
