@@ -73,6 +73,11 @@ struct Display {
   Label BarDewPoint;
   Label WindNotAvailable{"Wind sensor not available", colours::Black, colours::PanelGrey, false};
 
+  // --- Sky correction factors (Setup tab): the seven fields with their
+  // labels, and the label of the switch that turns the correction on
+  Control CloudTempFactorFields;
+  Label LblTempFactor;
+
   // --- Automation client panel
   std::array<Lamp, 2> LEDCOM;
   Label LblUsers;
