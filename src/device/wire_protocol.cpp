@@ -15,6 +15,7 @@
 #include "sensors/heater.h"
 #include "sensors/humidity_pressure.h"
 #include "sensors/raw_conversions.h"
+#include "sensors/wind.h"
 
 namespace nbx {
 namespace {
@@ -38,8 +39,7 @@ void OnWindFrame(Nimbometer& nm, std::string_view data) {
   SiteState& s = nm.state;
   const std::optional<double> value = ParseNumber(data);
   if (!value) return;
-  double speed = *value;  // km/h
-  if (nm.config.SWAnemoModel[1] && speed > 0) speed = speed * 0.84 + 3.0;
+  const double speed = AnemometerSpeed(nm.config, *value);  // km/h
   const auto span = static_cast<std::size_t>(std::clamp(nm.config.CalcWindAvg, 1.0, 30.0));
   std::vector<double>& w = s.WindSamples;
   if (!w.empty() && span <= w.size()) {
