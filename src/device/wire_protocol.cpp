@@ -78,10 +78,10 @@ void OnHumidityFrame(Nimbometer& nm, bool newFormat, std::string_view data) {
   };
   if (!newFormat) {
     if (v == 100) return giveUp();
-    s.Value_HumidityRel = v * 125.0 / 100.0 - 6.0;
+    s.Value_HumidityRel = s.HumidityRelFrame = v * 125.0 / 100.0 - 6.0;
   } else {
     if (v == 65535) return;
-    s.Value_HumidityRel = v * 125.0 / 65536.0 - 6.0;
+    s.Value_HumidityRel = s.HumidityRelFrame = v * 125.0 / 65536.0 - 6.0;
     if (s.Value_HumidityRel <= 0 || s.Value_HumidityRel > 100) {
       // The "t" frames keep the error count; the value is given up only
       // after they have gone bad, and stays wrong for this cycle until then.
