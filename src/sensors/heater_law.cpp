@@ -1,8 +1,10 @@
+#include "sensors/heater.h"
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "core/nimbometer.h"
-#include "sensors/heater.h"
 
 namespace nbx {
 namespace {
