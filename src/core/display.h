@@ -81,6 +81,11 @@ struct Display {
   std::array<Label, 3> CheckHumidity{{{"Dry"}, {"Normal"}, {"Humid"}}};
   std::array<Label, 3> CheckPressure{{{"Low"}, {"Normal"}, {"High"}}};
 
+  // --- Sky correction factors (Setup tab): the seven fields with their
+  // labels, and the label of the switch that turns the correction on
+  Control CloudTempFactorFields;
+  Label LblTempFactor;
+
   // --- Automation client panel
   std::array<Lamp, 2> LEDCOM;
   Label LblUsers;

@@ -31,6 +31,10 @@ struct SiteState {
   double Value_DewPointT = 0;
   double Value_DewPointDelta = 0;
   double Value_HumidityRel = 50;   // percent; 50 when no sensor answers
+  // The last humidity frame's value before the correction for the sensor's
+  // own temperature: the correction always starts from it, never from
+  // Value_HumidityRel, so that recomputing does not compound it.
+  double HumidityRelFrame = 50;
   double Value_HumSensTemp = 20;   // humidity sensor temperature, degrees Celsius
   double Value_Rain = 0;           // rain sensor frequency, mean of the cycle
   double Value_RainHeat = 0;       // heater duty, fraction 0..1

@@ -15,6 +15,7 @@
 #include "sensors/heater.h"
 #include "sensors/humidity_pressure.h"
 #include "sensors/raw_conversions.h"
+#include "sensors/wind.h"
 
 namespace nbx {
 namespace {
@@ -38,8 +39,7 @@ void OnWindFrame(Nimbometer& nm, std::string_view data) {
   SiteState& s = nm.state;
   const std::optional<double> value = ParseNumber(data);
   if (!value) return;
-  double speed = *value;  // km/h
-  if (nm.config.SWAnemoModel[1] && speed > 0) speed = speed * 0.84 + 3.0;
+  const double speed = AnemometerSpeed(nm.config, *value);  // km/h
   const auto span = static_cast<std::size_t>(std::clamp(nm.config.CalcWindAvg, 1.0, 30.0));
   std::vector<double>& w = s.WindSamples;
   if (!w.empty() && span <= w.size()) {
@@ -78,10 +78,10 @@ void OnHumidityFrame(Nimbometer& nm, bool newFormat, std::string_view data) {
   };
   if (!newFormat) {
     if (v == 100) return giveUp();
-    s.Value_HumidityRel = v * 125.0 / 100.0 - 6.0;
+    s.Value_HumidityRel = s.HumidityRelFrame = v * 125.0 / 100.0 - 6.0;
   } else {
     if (v == 65535) return;
-    s.Value_HumidityRel = v * 125.0 / 65536.0 - 6.0;
+    s.Value_HumidityRel = s.HumidityRelFrame = v * 125.0 / 65536.0 - 6.0;
     if (s.Value_HumidityRel <= 0 || s.Value_HumidityRel > 100) {
       // The "t" frames keep the error count; the value is given up only
       // after they have gone bad, and stays wrong for this cycle until then.

@@ -6,6 +6,7 @@
 #include "core/number_format.h"
 #include "core/units.h"
 #include "safety/conditions.h"
+#include "sensors/assign_finite.h"
 #include "sensors/humidity_pressure.h"
 #include "sensors/sky_correction.h"
 
@@ -17,12 +18,6 @@ double Average(const Nimbometer& nm, const SampleArray& samples) {
 }
 
 bool Fahrenheit(const Nimbometer& nm) { return nm.config.UnitTempStr == "F"; }
-
-// A computed value that is not finite (a division by zero, a logarithm of 0)
-// is not assigned: the field keeps its old value and the stage goes on.
-void Assign(double& field, double value) {
-  if (std::isfinite(value)) field = value;
-}
 
 void ShowAmbient(Nimbometer& nm) {
   nm.display.BarTemperature[0].Caption =
@@ -48,7 +43,7 @@ void ReadReferenceVoltage(Nimbometer& nm) {
   SiteState& s = nm.state;
   const double a = Average(nm, s.SamplesZener);
   if (a != 0) {
-    Assign(s.ReferenceVoltage, 1023.0 * s.ZenerVoltage / a);
+    AssignFinite(s.ReferenceVoltage, 1023.0 * s.ZenerVoltage / a);
     nm.display.LblVref.Caption = FormatNumber(s.ReferenceVoltage, "0.00");
   } else {
     s.ReferenceVoltage = 5;
@@ -75,7 +70,7 @@ void ReadAmbientTemp(Nimbometer& nm) {
     t = ThermistorCelsius(a, s.AmbPullUpResistance, s.AmbResAt25, s.AmbBeta);
   }
   if (Fahrenheit(nm)) t = CelsiusToFahrenheit(t);
-  Assign(s.Value_Temp, t - nm.config.AmbTempOffset);
+  AssignFinite(s.Value_Temp, t - nm.config.AmbTempOffset);
   s.AmbientTempValid = true;
   ShowAmbient(nm);
 }
@@ -99,7 +94,7 @@ void SelectAmbientTemp(Nimbometer& nm) {
     nm.display.BarTemperature[0].Caption = "N.A.";
     s.Value_Temp = 20;
   } else {
-    Assign(s.Value_Temp, t - nm.config.AmbTempOffset);
+    AssignFinite(s.Value_Temp, t - nm.config.AmbTempOffset);
     s.AmbientTempValid = true;
     ShowAmbient(nm);
   }
@@ -113,7 +108,7 @@ void ReadSkySensorTemp(Nimbometer& nm) {
     nm.display.LblSkySensorTemp.Caption = FormatNumber(t, "0.0");
     if (Fahrenheit(nm)) t = CelsiusToFahrenheit(t);
     // The ambient offset, not the infrared one: the sensor body sits in the air.
-    Assign(s.Value_CloudTemp, t - nm.config.AmbTempOffset);
+    AssignFinite(s.Value_CloudTemp, t - nm.config.AmbTempOffset);
   }
   s.IRTempValid = true;
 }
@@ -124,14 +119,14 @@ void ReadSkyTemp(Nimbometer& nm) {
     double t = Average(nm, s.SamplesSkyIR) / 100.0;
     nm.display.LblSkyIRTemp.Caption = FormatNumber(t, "0.0");
     if (Fahrenheit(nm)) t = CelsiusToFahrenheit(t);
-    Assign(s.Value_CloudRaw, t - nm.config.IRTempOffset);
+    AssignFinite(s.Value_CloudRaw, t - nm.config.IRTempOffset);
   }
   // 900 and above is no reading (the box's 99900 / 100 lands here): it
   // bypasses the correction and reaches the classification unchanged.
   if (s.Value_CloudRaw >= 900) {
     s.Value_Cloud = s.Value_CloudRaw;
   } else {
-    Assign(s.Value_Cloud, s.Value_CloudRaw + SkyCorrection(nm, s.Value_Temp));
+    AssignFinite(s.Value_Cloud, s.Value_CloudRaw + SkyCorrection(nm, s.Value_Temp));
   }
   UpdateCloudCondition(nm);
 }

@@ -175,7 +175,7 @@ TEST_F(WireProtocol, HumidityIsGivenUpOnlyAfterElevenBadTemperatureFrames) {
   // Old firmware: 100 is the no-sensor mark.
   Receive(Frame('h', "40") + EndOfReplyFrame());
   EXPECT_EQ(s.HumidityPresent, 1);
-  EXPECT_DOUBLE_EQ(s.Value_HumidityRel, 44);
+  EXPECT_DOUBLE_EQ(s.HumidityRelFrame, 44);  // before the correction for the sensor's temperature
   Receive(Frame('h', "100") + EndOfReplyFrame());
   EXPECT_EQ(s.HumidityPresent, 0);
   EXPECT_EQ(s.Value_HumidityRel, 50);

@@ -151,6 +151,7 @@ TEST_F(RawConversions, AmbientIsBorrowedFromHumidityThenFromTheSkySensor) {
 
 TEST_F(RawConversions, RemoteReadsNoArrays) {
   nm.config.NMRole = {false, true};
+  nm.config.CloudTempFactor = false;
   nm.state.Value_CloudRaw = -20;
   nm.state.Value_Rain = 3100;
   Samples(nm.state.SamplesSkyIR, {5000, 5000, 5000});

@@ -132,12 +132,30 @@ const Key Keys[] = {
     {"rainplate",
      [](Box& b, std::string_view v) {
        const auto c = ParseDouble(v);
-       return Assign(b.readings.rainTempCounts, c ? CountsForCelsius(RainThermistor, *c) : std::nullopt);
+       if (!c || !CountsForCelsius(RainThermistor, *c)) return false;
+       b.SetRainPlateCelsius(*c);
+       return true;
      },
-     "rain plate temperature, deg C (sets the \"5\" counts)"},
+     "rain plate temperature, deg C (sets the \"5\" counts; the model goes on from it)"},
     {"raintempcounts",
      [](Box& b, std::string_view v) { return Assign(b.readings.rainTempCounts, ParseDouble(v)); },
      "\"5\" frame value, counts 0..1023"},
+    {"platemodel", [](Box& b, std::string_view v) { return Assign(b.readings.plate.modelled, ParseBool(v)); },
+     "0/1: the rain plate's temperature follows air, heater and wetness over time"},
+    {"plateair", [](Box& b, std::string_view v) { return Assign(b.readings.plate.airCelsius, ParseDouble(v)); },
+     "air temperature around the rain plate, deg C"},
+    {"platerise", [](Box& b, std::string_view v) { return Assign(b.readings.plate.fullRise, ParseDouble(v)); },
+     "the plate's settled rise above the air at full heater duty, deg C"},
+    {"platetau",
+     [](Box& b, std::string_view v) {
+       const auto seconds = ParseDouble(v);
+       return Assign(b.readings.plate.timeConstant, seconds && *seconds >= 0 ? seconds : std::nullopt);
+     },
+     "time constant of the plate, seconds (0: at once)"},
+    {"platewet", [](Box& b, std::string_view v) { return Assign(b.readings.plate.wet, ParseBool(v)); },
+     "0/1: the plate is wet and settles platewetdrop lower"},
+    {"platewetdrop", [](Box& b, std::string_view v) { return Assign(b.readings.plate.wetDrop, ParseDouble(v)); },
+     "degrees the water takes off a wet plate's temperature"},
     {"zener", [](Box& b, std::string_view v) { return Assign(b.readings.zenerCounts, ParseDouble(v)); },
      "\"6\" frame value, zener reference counts 0..1023"},
     {"vref",

@@ -56,7 +56,10 @@ void Box::SetAmbientCelsius(double c) {
 }
 
 void Box::SetRainPlateCelsius(double c) {
-  if (const auto counts = CountsForCelsius(RainThermistor, c)) readings.rainTempCounts = *counts;
+  if (const auto counts = CountsForCelsius(RainThermistor, c)) {
+    readings.rainTempCounts = *counts;
+    readings.plate.celsius = c;  // where the model, if on, goes on from
+  }
 }
 
 void Box::SetReferenceVolts(double v) {
@@ -72,6 +75,20 @@ void Box::SetSkySensorCelsius(double c) {
   if (std::isfinite(c)) readings.skySensor = std::round(c * 100);
 }
 
+// The plate moves under the duty it had all the while: a "P" in the same
+// bytes acts only from now on.
+void Box::AdvancePlate(double nowSeconds) {
+  // A clock that went back (a new session) starts the model's time afresh.
+  if (nowSeconds > plateSeconds_ && readings.plate.modelled)
+    readings.plate.Advance(nowSeconds - plateSeconds_, readings.heaterDuty);
+  plateSeconds_ = nowSeconds;
+  if (!readings.plate.modelled) return;
+  // Whole counts, as the box's converter gives them: a plate that has settled
+  // reads the same from one cycle to the next.
+  if (const auto counts = CountsForCelsius(RainThermistor, readings.plate.celsius))
+    readings.rainTempCounts = std::round(*counts);
+}
+
 void Box::AddScriptStep(double atSeconds, std::string assignment) {
   const auto later = std::upper_bound(script_.begin(), script_.end(), atSeconds,
                                       [](double t, const ScriptStep& step) { return t < step.atSeconds; });
@@ -79,6 +96,7 @@ void Box::AddScriptStep(double atSeconds, std::string assignment) {
 }
 
 void Box::AdvanceTo(double nowSeconds) {
+  AdvancePlate(nowSeconds);
   auto due = script_.begin();
   while (due != script_.end() && due->atSeconds <= nowSeconds) {
     Apply(due->assignment);  // a bad step is skipped, the rest still run

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "boxsim/frames.h"
+#include "boxsim/rain_plate.h"
 
 namespace nbx::boxsim {
 
@@ -29,6 +30,7 @@ struct Readings {
   double pressureHpa = 1005;
   int relay = 1;       // 1 opened ("Y"), 2 closed ("X")
   int heaterDuty = 0;  // 0..1023, last "P"
+  RainPlate plate;     // with plate.modelled, sets the "5" counts as time goes by
   std::array<int, 4> errorCounters{0, 0, 0, 0};
   std::optional<bool> newHumidityFormat;  // default: firmware 6.00 and later
 };
@@ -75,8 +77,9 @@ class Box {
   void SetSkyCelsius(double c);
   void SetSkySensorCelsius(double c);
 
-  // Scripted values over time: a step is applied once `nowSeconds` of a
-  // Receive (or AdvanceTo) reaches its time. Steps of equal time keep their order.
+  // Time moves the box: the rain plate warms or cools over the time since the
+  // last call, and scripted values are applied once `nowSeconds` of a Receive
+  // (or AdvanceTo) reaches their time. Steps of equal time keep their order.
   void AddScriptStep(double atSeconds, std::string assignment);
   void AdvanceTo(double nowSeconds);
   std::size_t PendingScriptSteps() const { return script_.size(); }
@@ -93,10 +96,12 @@ class Box {
   std::string AnswerCommand(const std::string& command);
   bool ReplyGoesOut(std::size_t commandNumber) const;
   std::string WithFaults(std::string reply) const;
+  void AdvancePlate(double nowSeconds);
 
   std::string partial_;
   std::vector<std::string> commands_;
   std::vector<ScriptStep> script_;  // by time
+  double plateSeconds_ = 0;         // the rain plate's model has come this far
 };
 
 }  // namespace nbx::boxsim

@@ -101,6 +101,11 @@ std::string HelpText() {
       "  return            a new port, link re-pointed; prints a new PTY line\n"
       "  quit              end (as do SIGINT and SIGTERM; end of input does not)\n"
       "\n"
+      "The rain plate: with platemodel=1 its temperature moves, with time constant\n"
+      "platetau, toward plateair + platerise x duty / 1023, less platewetdrop while\n"
+      "platewet=1; the duty is the last \"P\" command (or heater=). With the model\n"
+      "off the \"5\" counts hold what rainplate or raintempcounts set.\n"
+      "\n"
       "Keys (booleans 0/1; text values take \\xHH, \\s for a blank, \\n, \\r, \\t, \\\\):\n";
   for (const std::string& line : AssignmentKeyHelp()) text += "  " + line + "\n";
   return text;

@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include "device/command_queue.h"
+#include "logic_fixture.h"
+#include "sensors/heater.h"
+
+namespace nbx {
+namespace {
+
+// The heater law alone: ambient 10, so a target of 15 by the default support points.
+class Heater : public test::LogicFixture {
+ protected:
+  Heater() { nm.state.Value_Temp = 10; }
+  // One step `afterMs` after the last; the command it sent, or "".
+  std::string Step(std::int64_t afterMs = 10000) {
+    time.RunFor(afterMs);
+    link.written.clear();
+    ClearCommandQueue(nm);  // the last command has had its reply
+    HeaterStep(nm);
+    return link.written.empty() ? "" : link.written.back();
+  }
+  // The box takes the duty and the next "Q" frame reads it back.
+  void BoxTakes(const std::string& command) {
+    if (command.size() == 6) nm.state.Value_RainHeat = std::stoi(command.substr(1, 4)) / 1023.0;
+  }
+  double Target(double ambient) {
+    nm.state.Value_Temp = ambient;
+    return HeaterTarget(nm);
+  }
+};
+
+TEST_F(Heater, TargetAndGain) {
+  EXPECT_EQ(Target(-10), 0);  // held at the low point, not ambient plus delta
+  EXPECT_DOUBLE_EQ(Target(10), 15);
+  EXPECT_EQ(Target(30), 34);
+  EXPECT_EQ(Target(38), 40);  // 42 cut to 40
+  nm.state.HeatImpulseState = 2;
+  EXPECT_EQ(Target(35), 45);  // an impulse is not capped
+  nm.state.HeatImpulseState = 1;
+  nm.config.HeatTemp = {5, 5};
+  EXPECT_EQ(Target(45), 45);
+
+  const double gains[][2] = {{0.3, 0}, {-0.31, 0.01}, {0.51, 0.02}, {-1.5, 0.04}, {2.5, 0.06},
+                             {3.01, 0.1}, {-8, 0.2},  {8.01, 0.4}};
+  for (const auto& [error, gain] : gains) EXPECT_EQ(HeaterGain(nm, error), gain) << error;
+  nm.state.HeatImpulseState = 2;  // warming up: straight to full when below
+  nm.state.Value_RainHeat = 0.3;
+  EXPECT_DOUBLE_EQ(HeaterGain(nm, -0.1), 0.7);
+  EXPECT_EQ(HeaterGain(nm, 0.5), 0);
+}
+
+TEST_F(Heater, AColdPlateRisesByTheGainAtMostEveryFiveSeconds) {
+  nm.state.Value_RainTemp = 15 - 9;
+  std::string sent = Step();
+  EXPECT_EQ(sent, "P0409!");
+  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating UP");
+  BoxTakes(sent);
+  EXPECT_EQ(Step(5000), "");  // not above 5000 ms: no change, and above the minimum
+  BoxTakes(sent = Step(1));
+  EXPECT_EQ(sent, "P0818!");
+  EXPECT_EQ(Step(5001), "P1023!");  // at most full
+}
+
+TEST_F(Heater, MovingPlatesAndTheDeadBandGetNoChangeButTheMinimumHolds) {
+  SiteState& s = nm.state;
+  s.Value_RainHeat = 0.5;
+  s.Value_RainTemp = 10;
+  EXPECT_NE(Step(), "");
+  s.Value_RainTemp = 11;  // below target but already warming
+  EXPECT_EQ(Step(), "");
+  s.Value_RainTemp = 20;
+  EXPECT_NE(Step(), "");
+  s.Value_RainTemp = 19;  // above target but already cooling
+  EXPECT_EQ(Step(), "");
+  s.Value_RainTemp = 15 - 0.2;  // in the dead band the law is quiet...
+  EXPECT_EQ(Step(), "");
+  s.Value_RainHeat = 0.1;  // ...but a duty at the minimum is sent again
+  EXPECT_EQ(Step(), "P0102!");
+}
+
+TEST_F(Heater, WarmPlateComesDownButNotBelowTheMinimum) {
+  SiteState& s = nm.state;
+  s.Value_RainTemp = 20;  // 5 above: gain 0.2
+  s.Value_RainHeat = 0.5;
+  EXPECT_EQ(Step(), "P0307!");
+  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating DOWN");
+  s.Value_RainHeat = 0.15;
+  EXPECT_EQ(Step(), "P0102!");
+  s.Value_RainTemp = 6;  // the example: 0.55 plus 0.4, 971.85 rounded
+  s.Value_RainHeat = 0.55;
+  EXPECT_EQ(Step(), "P0972!");
+}
+
+TEST_F(Heater, ImpulseComesACycleAfterTheWetReadingAndNeedsItsThreeSettings) {
+  SiteState& s = nm.state;
+  nm.state.Value_RainTemp = 15;
+  s.NBX_RainCondition = 3;
+  nm.config.HeatImpCycle = 0;
+  for (int i = 0; i < 100; ++i) Step(60000);
+  EXPECT_EQ(s.HeatImpulseState, 1);
+
+  s.NBX_RainCondition = 1;
+  Step();
+  nm.config.HeatImpCycle = 600;
+  Step();  // dry: the impulse clock stands
+  s.NBX_RainCondition = 3;
+  Step(1000);  // wet once...
+  s.NBX_RainCondition = 1;  // ...and dry again
+  Step(599000);
+  EXPECT_EQ(s.HeatImpulseState, 1);
+  EXPECT_EQ(Step(1000), "P1023!");  // warming up at full duty
+  EXPECT_EQ(nm.display.LblHeating.Caption, "Heat Impulse - Warming up");
+  EXPECT_EQ(nm.display.LblHeating.ForeColor, 255u);
+  s.Value_RainTemp = 20;  // ambient plus 10
+  Step();
+  EXPECT_EQ(nm.display.LblHeating.Caption, "Heat Impulse - Holding for 60s");
+  Step(59000);
+  EXPECT_EQ(s.HeatImpulseState, 3);
+  Step(1000);
+  EXPECT_EQ(s.HeatImpulseState, 1);
+  Step(700000);  // the condition read afresh at the end was dry
+  EXPECT_EQ(s.HeatImpulseState, 1);
+}
+
+TEST_F(Heater, RemoteOnlyShowsTheMastersDuty) {
+  nm.config.NMRole = {false, true};
+  nm.state.Value_RainHeat = 512 / 1023.0;
+  EXPECT_EQ(Step(), "");
+  EXPECT_EQ(nm.display.LblRainH.Caption, "512.0");
+}
+
+}  // namespace
+}  // namespace nbx

@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "logic_fixture.h"
+#include "sensors/factor_graph.h"
+#include "sensors/raw_conversions.h"
+#include "sensors/sky_correction.h"
+
+namespace nbx {
+namespace {
+
+class SkyCorrectionTest : public test::LogicFixture {
+ protected:
+  // The corrected sky of one cycle: the infrared reading, in degrees Celsius, at this ambient.
+  double Sky(double skyCelsius, double ambient) {
+    Samples(nm.state.SamplesSkyIR, std::vector<double>(3, skyCelsius * 100));
+    nm.state.Value_Temp = ambient;
+    ReadSkyTemp(nm);
+    return nm.state.Value_Cloud;
+  }
+};
+
+TEST_F(SkyCorrectionTest, DefaultModelAndWhatBypassesIt) {
+  EXPECT_NEAR(SkyCorrection(nm, 0), -0.04, 1e-12);
+  EXPECT_NEAR(Sky(-15, 20), -15 - (6.6 + 0.04 * std::exp(2.0)), 1e-9);
+  nm.config.CloudTempFactor = false;
+  EXPECT_DOUBLE_EQ(Sky(-15, 20), -15);
+  // No reading (900 and above) passes unchanged whatever the coefficients.
+  nm.config.CloudTempFactor = true;
+  nm.config.CloudTempK4 = 1e6;
+  EXPECT_EQ(Sky(998, 20), 998);
+  EXPECT_EQ(Sky(900, 20), 900);
+}
+
+TEST_F(SkyCorrectionTest, LowTemperatureTermLinearWithinOneDegreeLogarithmicBeyond) {
+  SkyCoefficients k{0, 50, 0, 100, 100, 20, 30};  // only the term left, centred on 5 degrees
+  EXPECT_EQ(SkyModelCelsius(k, 5), 0);
+  EXPECT_NEAR(SkyModelCelsius(k, 4.25), 0.75, 1e-12);
+  k.K6 = 5;  // within a degree only the sign of K6 counts
+  EXPECT_NEAR(SkyModelCelsius(k, 5.5), -0.5, 1e-12);
+  k.K6 = -5;
+  EXPECT_NEAR(SkyModelCelsius(k, 5.5), 0.5, 1e-12);
+  k.K6 = 20;  // one degree away takes the logarithm, which is 0 there
+  EXPECT_NEAR(SkyModelCelsius(k, 6), -2 * 0.3, 1e-12);
+  EXPECT_NEAR(SkyModelCelsius(k, 4), 2 * 0.3, 1e-12);
+  EXPECT_NEAR(SkyModelCelsius(k, -95), 2 * (2 + 0.3), 1e-12);
+}
+
+TEST_F(SkyCorrectionTest, FahrenheitScalesTheCorrectionByNineFifthsOnly) {
+  const double celsius = Sky(-12, 14);
+  nm.config.UnitTempStr = "F";
+  EXPECT_NEAR(SkyCorrection(nm, 68), SkyModelCelsius({}, 20) * 9 / 5, 1e-12);
+  const double fahrenheit = Sky(-12, 14 * 9.0 / 5 + 32);
+  EXPECT_NEAR(fahrenheit, celsius * 9 / 5 + 32, 1e-9);
+  nm.config.CloudTempFactor = false;
+  EXPECT_EQ(SkyCorrection(nm, 68), 0);
+}
+
+TEST_F(SkyCorrectionTest, CoefficientsThatBreakTheModelLeaveTheSkyAsItWas) {
+  const double before = Sky(-15, 10);
+  nm.config.CloudTempK4 = 1e6;  // the exponential overflows...
+  EXPECT_EQ(Sky(-20, 10), before);
+  nm.config.CloudTempK5 = 0;  // ...which fails even when raised to 0
+  EXPECT_EQ(Sky(-20, 10), before);
+  nm.config.CloudTempK4 = -1e6;  // 0 to a negative power
+  nm.config.CloudTempK5 = -100;
+  EXPECT_EQ(Sky(-20, 10), before);
+  EXPECT_DOUBLE_EQ(nm.state.Value_CloudRaw, -20);
+}
+
+TEST_F(SkyCorrectionTest, SwitchAndTheFactorDialogsArithmetic) {
+  ToggleCloudTempFactor(nm);
+  EXPECT_FALSE(nm.config.CloudTempFactor);
+  EXPECT_FALSE(nm.display.CloudTempFactorFields.Visible);
+  ToggleCloudTempFactor(nm);
+  EXPECT_TRUE(nm.display.CloudTempFactorFields.Visible && nm.display.CloudTempFactorFields.Enabled);
+  EXPECT_EQ(nm.display.LblTempFactor.Caption, "Factors");
+
+  const SkyCoefficients clamped = ClampFactorDialog({33, 0, 4, 250, 200, 7, 3});
+  EXPECT_EQ(clamped.K4, 100);
+  EXPECT_EQ(clamped.K5, 150);
+  EXPECT_EQ(ClampFactorDialog({33, 0, 4, 80, 150, 7, 3}).K4, 80);
+
+  SkyCoefficients edited;
+  edited.K1 = 50;
+  const FactorGraph g = ComputeFactorGraph(edited, {});
+  ASSERT_FALSE(g.formulaError);
+  EXPECT_EQ(g.ambient.front(), -25);
+  double low = 1e9, high = -1e9;
+  for (std::size_t i = 0; i < g.ambient.size(); ++i) {
+    EXPECT_EQ(g.edited[i], SkyModelCelsius(edited, g.ambient[i]));
+    EXPECT_EQ(g.reference[i], SkyModelCelsius({}, g.ambient[i]));
+    low = std::min({low, g.edited[i], g.reference[i]});
+    high = std::max({high, g.edited[i], g.reference[i]});
+  }
+  // The scale takes in both curves, rounded outward to multiples of 5.
+  EXPECT_TRUE(std::fmod(g.yMin, 5) == 0 && g.yMin <= low && g.yMin > low - 5);
+  EXPECT_TRUE(std::fmod(g.yMax, 5) == 0 && g.yMax >= high && g.yMax < high + 5);
+  edited.K4 = 1e6;
+  EXPECT_TRUE(ComputeFactorGraph(edited, {}).formulaError);
+}
+
+}  // namespace
+}  // namespace nbx

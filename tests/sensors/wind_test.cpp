@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "logic_fixture.h"
+#include "sensors/wind.h"
+
+namespace nbx {
+namespace {
+
+class Wind : public test::LogicFixture {};
+
+TEST_F(Wind, WithoutAnAnemometerTheWindIsCalmAndItsBarsGrey) {
+  SiteState& s = nm.state;
+  s.WindSamples = {3, 9, 6};
+  s.Value_Wind = 6;
+  s.Value_Gust = 9;
+  nm.display.BarWindSpeed[1] = {"Windy", 0, 0xC0FFFF};
+  s.IsWindPresent = true;  // with one, the values stand for the classification
+  ReadWind(nm);
+  EXPECT_EQ(s.Value_Wind, 6);
+  s.IsWindPresent = false;
+  ReadWind(nm);
+  EXPECT_EQ(s.Value_Wind, 0);
+  EXPECT_EQ(s.Value_Gust, 0);
+  EXPECT_EQ(s.WindSamples, (std::vector<double>{0, 0, 0}));
+  EXPECT_EQ(s.NBX_WindCondition, 1);
+  for (const Label& bar : nm.display.BarWindSpeed) {
+    EXPECT_EQ(bar.Caption, "");
+    EXPECT_EQ(bar.BackColor, 0xE0E0E0u);
+  }
+}
+
+TEST(WindSettings, AverageLengthAndAnemometerModels) {
+  EXPECT_EQ(CalcWindAvgChange(0), 1);
+  EXPECT_EQ(CalcWindAvgChange(31), 30);
+  EXPECT_EQ(CalcWindAvgChange(30), 30);
+  EXPECT_EQ(CalcWindAvgChange(std::nan("")), 1);
+  Config c;
+  EXPECT_EQ(AnemometerSpeed(c, 10), 10);
+  c.SWAnemoModel = {false, true, false};
+  EXPECT_DOUBLE_EQ(AnemometerSpeed(c, 10), 11.4);
+  EXPECT_EQ(AnemometerSpeed(c, 0), 0);  // calm stays calm
+}
+
+TEST(WindFromTheBox, SecondModelBeforeTheUnitAndNoStaleMeanAfterARemoval) {
+  test::SimStation st;
+  SiteState& s = st.nm.state;
+  st.box.readings.windKmh = 10;
+  st.nm.config.SWAnemoModel = {false, true, false};
+  st.nm.config.UnitSpeedStr = "m";
+  st.nm.config.CalcWindAvg = 2;
+  st.StartAndRunFirstCycles();
+  st.RunPeriods(2);
+  EXPECT_NEAR(s.Value_Wind, 11.4 / 3.6, 1e-12);
+  st.box.readings.windFitted = false;
+  st.RunPeriods(1);
+  EXPECT_EQ(s.Value_Wind, 0);
+  // Back again: the first speed is averaged with the cleared zeros.
+  st.box.readings.windFitted = true;
+  st.RunPeriods(2);
+  EXPECT_NEAR(s.Value_Wind, 11.4 / 3.6 / 2, 1e-12);
+}
+
+}  // namespace
+}  // namespace nbx
