@@ -201,6 +201,10 @@ void TimerStopTick(Nimbometer& nm) {
     }
   }
   ClearCommandQueue(nm);
+  // The cycle cut short by Stop is over: the next Start's first exchange must
+  // not finish it with stale samples.
+  s.CycleLoaded = false;
+  s.CycleBusy = false;
   CloseDevicePort(nm);
   d.ButtSTART.Visible = true;
   d.ButtStop.Visible = false;

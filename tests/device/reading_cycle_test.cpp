@@ -180,9 +180,7 @@ TEST(ReadingCycle, StopInTheMiddleOfACycleDropsFramesAndRestsTheHeater) {
   const std::size_t restart = st.box.Commands().size();
   StartAction(st.nm);
   st.time.RunFor(3000);
-  const Commands restarted = st.CommandsSince(restart);
-  ASSERT_GE(restarted.size(), 3u);
-  EXPECT_EQ(Commands(restarted.begin(), restarted.begin() + 3), (Commands{"z", "B", "K"}));
+  EXPECT_EQ(st.CommandsSince(restart), (Commands{"z", "B", "K"}));
 }
 
 TEST(ReadingCycle, AnUnpluggedAdapterIsReportedRetriedAndRecovered) {
