@@ -1,10 +1,11 @@
 // nimbometer: the observatory's sky and safety supervisor.
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QSocketNotifier>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -16,6 +17,11 @@
 namespace {
 
 int signalPipe[2] = {-1, -1};
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
 
 void OnSignal(int) {
   const char byte = 1;
@@ -44,7 +50,11 @@ void RouteSignals(std::function<void()> onSignal) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  QCoreApplication app(argc, argv);
+  // The graphs are drawn with fonts, which need a GUI application; without
+  // a display it runs on the offscreen platform.
+  if (!IsSet("QT_QPA_PLATFORM") && !IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY"))
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  QGuiApplication app(argc, argv);
   QCoreApplication::setApplicationName("nimbometer");
   QCoreApplication::setApplicationVersion(QStringLiteral(NBX_VERSION_TEXT));
 

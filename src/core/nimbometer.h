@@ -10,6 +10,7 @@
 namespace nbx {
 
 class SerialLink;
+class GraphPictures;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -19,6 +20,7 @@ struct Services {
   Timers* timers = nullptr;
   SerialLink* link = nullptr;
   Host* host = nullptr;
+  GraphPictures* pictures = nullptr;  // the graphs' surfaces and their files; none: not drawn
 };
 
 // The whole program state that the logic works on: the three records and the
