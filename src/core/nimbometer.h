@@ -12,6 +12,7 @@ namespace nbx {
 
 class SerialLink;
 class Settings;
+class GraphPictures;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -22,6 +23,7 @@ struct Services {
   SerialLink* link = nullptr;
   Host* host = nullptr;
   Settings* settings = nullptr;  // the store, for the few writes outside load and unload
+  GraphPictures* pictures = nullptr;  // the graphs' surfaces and their files; none: not drawn
 };
 
 // The whole program state that the logic works on: the three records and the

@@ -17,6 +17,16 @@ using Condition = std::int32_t;
 // Safe flags: 0 Unknown, 1 Safe, 2 Unsafe.
 using SafeFlag = std::int32_t;
 
+// A point of a history graph: the cycle's LastReading (serial date) and the
+// value, in the display unit of the moment it was taken.
+struct GraphPoint {
+  double Time = 0;
+  double Value = 0;
+};
+// A history ring: elements 1 to the upper bound (size - 1) hold the points,
+// element 0 is not used. One element only is an empty ring.
+using GraphRing = std::vector<GraphPoint>;
+
 inline constexpr int CommandQueueSize = 100;
 
 // The one record of the current state of the site. Names are those that other
@@ -171,6 +181,23 @@ struct SiteState {
   // The master's last record as read, bands, heater values and factors with
   // it; the remote's own settings take them only by ReloadMasterConstants.
   TransferRecord TransferCopy;
+
+  // --- History rings of the seven graphs, with the indices of their oldest
+  // (Fst) and newest (Lst) points
+  GraphRing NBX_GraphArrayCloud = GraphRing(1);
+  GraphRing NBX_GraphArrayRain = GraphRing(1);
+  GraphRing NBX_GraphArrayWind = GraphRing(1);
+  GraphRing NBX_GraphArrayDay = GraphRing(1);
+  GraphRing NBX_GraphArrayTemp = GraphRing(1);
+  GraphRing NBX_GraphArrayHumidity = GraphRing(1);
+  GraphRing NBX_GraphArrayPressure = GraphRing(1);
+  std::int32_t CloudArrayFst = 0, CloudArrayLst = 0;
+  std::int32_t RainArrayFst = 0, RainArrayLst = 0;
+  std::int32_t WindArrayFst = 0, WindArrayLst = 0;
+  std::int32_t DayArrayFst = 0, DayArrayLst = 0;
+  std::int32_t TempArrayFst = 0, TempArrayLst = 0;
+  std::int32_t HumidityArrayFst = 0, HumidityArrayLst = 0;
+  std::int32_t PressureArrayFst = 0, PressureArrayLst = 0;
 
   // --- Automation clients
   std::int32_t COMNoUsers = 0;

@@ -15,6 +15,12 @@ class FreeImageRuntime {
   // NBX_FREEIMAGE_LIBRARY.
   static FreeImageRuntime& Instance();
 
+  // A runtime over the library file `library` (tests point one at a file
+  // that is not there).
+  explicit FreeImageRuntime(std::string library);
+  FreeImageRuntime(const FreeImageRuntime&) = delete;
+  FreeImageRuntime& operator=(const FreeImageRuntime&) = delete;
+
   // Loads the library and calls FreeImage_Initialise; true when it is usable.
   // A second call returns the first one's answer.
   bool Initialise();
@@ -26,15 +32,40 @@ class FreeImageRuntime {
   decltype(&::FreeImage_Initialise) FreeImage_Initialise = nullptr;
   decltype(&::FreeImage_DeInitialise) FreeImage_DeInitialise = nullptr;
   decltype(&::FreeImage_GetVersion) FreeImage_GetVersion = nullptr;
+  decltype(&::FreeImage_Allocate) FreeImage_Allocate = nullptr;
+  decltype(&::FreeImage_GetBits) FreeImage_GetBits = nullptr;
+  decltype(&::FreeImage_GetScanLine) FreeImage_GetScanLine = nullptr;
+  decltype(&::FreeImage_GetInfo) FreeImage_GetInfo = nullptr;
+  decltype(&::FreeImage_GetHeight) FreeImage_GetHeight = nullptr;
+  decltype(&::FreeImage_GetWidth) FreeImage_GetWidth = nullptr;
+  decltype(&::FreeImage_GetBPP) FreeImage_GetBPP = nullptr;
+  decltype(&::FreeImage_GetColorType) FreeImage_GetColorType = nullptr;
+  decltype(&::FreeImage_GetColorsUsed) FreeImage_GetColorsUsed = nullptr;
+  decltype(&::FreeImage_GetPalette) FreeImage_GetPalette = nullptr;
+  decltype(&::FreeImage_GetFileType) FreeImage_GetFileType = nullptr;
+  decltype(&::FreeImage_ConvertTo4Bits) FreeImage_ConvertTo4Bits = nullptr;
+  decltype(&::FreeImage_ConvertTo16Bits555) FreeImage_ConvertTo16Bits555 = nullptr;
+  decltype(&::FreeImage_ConvertTo16Bits565) FreeImage_ConvertTo16Bits565 = nullptr;
+  decltype(&::FreeImage_ConvertTo24Bits) FreeImage_ConvertTo24Bits = nullptr;
+  decltype(&::FreeImage_ConvertTo32Bits) FreeImage_ConvertTo32Bits = nullptr;
+  decltype(&::FreeImage_ConvertToGreyscale) FreeImage_ConvertToGreyscale = nullptr;
+  decltype(&::FreeImage_ColorQuantize) FreeImage_ColorQuantize = nullptr;
+  decltype(&::FreeImage_ColorQuantizeEx) FreeImage_ColorQuantizeEx = nullptr;
+  decltype(&::FreeImage_Dither) FreeImage_Dither = nullptr;
+  decltype(&::FreeImage_Threshold) FreeImage_Threshold = nullptr;
+  decltype(&::FreeImage_Load) FreeImage_Load = nullptr;
+  decltype(&::FreeImage_Save) FreeImage_Save = nullptr;
+  decltype(&::FreeImage_SaveToHandle) FreeImage_SaveToHandle = nullptr;
+  decltype(&::FreeImage_Unload) FreeImage_Unload = nullptr;
 
  private:
-  FreeImageRuntime() = default;
   void* Resolve(const char* name);
   template <typename Function>
   void Bind(Function& function, const char* name) {
     function = reinterpret_cast<Function>(Resolve(name));
   }
 
+  std::string library_;
   void* handle_ = nullptr;
   bool tried_ = false;
   bool available_ = false;

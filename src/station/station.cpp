@@ -70,6 +70,7 @@ Station::Station(QObject* parent)
   nm_.io.timers = &timers_;
   nm_.io.link = &link_;
   nm_.io.host = &host_;
+  nm_.io.pictures = &pictures_;
   host_.onCycle = [this] { emit cycleProcessed(); };
 }
 

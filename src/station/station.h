@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "core/nimbometer.h"
+#include "graphs/drawing/qt_graph_pictures.h"
 #include "station/qt_serial_link.h"
 #include "station/qt_timers.h"
 #include "station/system_clock.h"
@@ -40,6 +41,7 @@ class Station : public QObject {
 
   Nimbometer& nm() { return nm_; }
   StationHost& host() { return host_; }
+  QtGraphPictures& pictures() { return pictures_; }
 
   // The Start action: the first cycle begins at once.
   void Start();
@@ -57,6 +59,7 @@ class Station : public QObject {
   StationHost host_;
   QtTimers timers_;
   QtSerialLink link_;
+  QtGraphPictures pictures_;
   Nimbometer nm_;
 };
 

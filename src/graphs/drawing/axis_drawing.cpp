@@ -1,0 +1,24 @@
+#include "graphs/drawing/axis_drawing.h"
+
+namespace nbx {
+
+void DrawTimeAxis(SurfacePainter& p, const TimeRange& range, int left, int right, int bottom,
+                  int labelBottom) {
+  const auto ticks = TimeAxis(range, left, right, [&](std::string_view label) {
+    return p.TextWidth(QString::fromUtf8(label.data(), static_cast<int>(label.size())));
+  });
+  for (const TimeTick& tick : ticks) {
+    p.Line(tick.x, bottom - 4, tick.x, bottom);
+    if (tick.labelShown)
+      p.DrawText(QString::fromStdString(tick.label), tick.labelLeft, bottom,
+                 tick.labelLeft + tick.labelWidth, labelBottom, TextCentred);
+  }
+}
+
+void DrawSignature(SurfacePainter& p, int right, int top) {
+  const QString signature = QStringLiteral("NBX_Nimbometer ");
+  p.DrawText(signature, right - p.TextWidth(signature), top, right,
+             top + p.TextHeight(signature), TextRightAligned);
+}
+
+}  // namespace nbx

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "graphs/drawing/graph_surface.h"
+#include "graphs/graph_scale.h"
+
+namespace nbx {
+
+// The time axis along the bottom of the plot, in the painter's font, fore
+// colour and draw style: a short tick at each of the twelve steps, and below
+// the plot each label that does not run into the one before it.
+void DrawTimeAxis(SurfacePainter& painter, const TimeRange& range, int left, int right,
+                  int bottom, int labelBottom);
+
+// "NBX_Nimbometer " in the top right corner, in the painter's font.
+void DrawSignature(SurfacePainter& painter, int right, int top);
+
+}  // namespace nbx

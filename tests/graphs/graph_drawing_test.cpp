@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include <QFontMetrics>
+
+#include "graph_fixtures.h"
+#include "graphs/graph_ring.h"
+#include "graphs/graph_routines.h"
+
+namespace nbx {
+namespace {
+
+using test::CountColour;
+using test::GraphStation;
+using test::Pixel;
+using test::RowsWithColour;
+
+// The plot's bottom edge: the picture less one line of its own font.
+int PlotBottom(const GraphSurface& surface) {
+  return surface.ScaleHeight() - QFontMetrics(surface.font, &surface.image).height();
+}
+
+TEST(BandGraph, BandsFillTheThirdsUpsideDownForHumidityAndOnePointDrawsNoCurve) {
+  GraphStation st;
+  st.AddPoint(GraphKind::Cloud, -10);
+  st.AddPoint(GraphKind::Humidity, 60);
+  const Config& c = st.nm.config;
+  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Humidity}) {
+    const QImage& image = st.Picture(kind);
+    const int bottom = PlotBottom(st.pictures.Surface(kind));
+    const auto& swatches = kind == GraphKind::Cloud ? c.ColorCloud : c.ColorHumidity;
+    for (int row = 0; row < 3; ++row) {
+      const int swatch = kind == GraphKind::Cloud ? row : 2 - row;
+      EXPECT_EQ(image.pixel(3, bottom * (2 * row + 1) / 6), Pixel(swatches[swatch].BackColor))
+          << GraphTag(kind) << " row " << row;
+    }
+    EXPECT_EQ(CountColour(image, image.rect(), Pixel(c.GraphColorCloud[1])), 0) << GraphTag(kind);
+    // The border in the axis colour, the strip below the plot in the picture's own colour.
+    EXPECT_EQ(image.pixel(0, bottom / 2), Pixel(c.GraphColorCloud[0]));
+    EXPECT_EQ(image.pixel(image.width() - 1, bottom / 2), Pixel(c.GraphColorCloud[0]));
+    EXPECT_EQ(image.pixel(1, image.height() - 1), Pixel(colours::SystemButtonFace));
+  }
+  // A new colour shows at the next redraw from the rings.
+  st.nm.config.ColorCloud[1].BackColor = 0x804020;
+  RedrawGraphs(st.nm);
+  const int bottom = PlotBottom(st.pictures.Surface(GraphKind::Cloud));
+  EXPECT_EQ(st.Picture(GraphKind::Cloud).pixel(3, bottom / 2), Pixel(0x804020));
+}
+
+TEST(BandGraph, CurveFollowsEachMappingAndSentinelsStayInsideThePlot) {
+  GraphStation st;
+  const Colour curve = st.nm.config.GraphColorCloud[1];
+  // Half an hour at a value, then the next: on the default span of two
+  // hours the first segment ends a quarter across.
+  auto run = [&](GraphKind kind, double first, double second) {
+    st.AddPoint(kind, first);
+    st.time.RunFor(1800 * 1000);
+    st.AddPoint(kind, first);
+    st.time.RunFor(1800 * 1000);
+    st.AddPoint(kind, second);
+  };
+  run(GraphKind::Cloud, 0, 99900);     // at L1, then the sentinel of a lost sky reading
+  run(GraphKind::Rain, 2800, 99999);   // at L1, then beyond Far
+  run(GraphKind::Wind, -5, -5);        // below Far: top + 1
+  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Rain, GraphKind::Wind}) {
+    const QImage& image = st.Picture(kind);
+    const int bottom = PlotBottom(st.pictures.Surface(kind));
+    const std::vector<int> rows = RowsWithColour(image, 80, Pixel(curve));
+    ASSERT_FALSE(rows.empty()) << GraphTag(kind);
+    const int expected = kind == GraphKind::Wind ? 1 : static_cast<int>(std::lround(bottom * 2 / 3.0));
+    EXPECT_LE(std::abs(rows.front() - expected), 1) << GraphTag(kind);
+    EXPECT_LE(rows.back() - rows.front(), 1) << GraphTag(kind);
+  }
+  // The jump to the sentinel ends at bottom - 1 for the sky, top + 1 for the rain.
+  const int cloudBottom = PlotBottom(st.pictures.Surface(GraphKind::Cloud));
+  const std::vector<int> end = RowsWithColour(st.Picture(GraphKind::Cloud), 318, Pixel(curve));
+  ASSERT_FALSE(end.empty());
+  EXPECT_GE(end.back(), cloudBottom - 2);
+  EXPECT_LT(end.back(), cloudBottom);
+  const std::vector<int> top = RowsWithColour(st.Picture(GraphKind::Rain), 318, Pixel(curve));
+  ASSERT_FALSE(top.empty());
+  EXPECT_LE(top.front(), 1);
+}
+
+// Columns of the strip below the plot with any writing in them, in runs;
+// the gaps between the letters of one label are narrower than 5 pixels.
+std::vector<std::pair<int, int>> LabelRuns(const GraphSurface& surface) {
+  std::vector<std::pair<int, int>> runs;
+  const QImage& image = surface.image;
+  const QRgb back = Pixel(surface.BackColor);
+  for (int x = 0; x < image.width(); ++x) {
+    bool ink = false;
+    for (int y = PlotBottom(surface) + 1; y < image.height() && !ink; ++y) ink = image.pixel(x, y) != back;
+    if (!ink) continue;
+    if (!runs.empty() && runs.back().second >= x - 5)
+      runs.back().second = x;
+    else
+      runs.emplace_back(x, x);
+  }
+  return runs;
+}
+
+TEST(BandGraph, TimeLabelsThatWouldOverlapAreDropped) {
+  test::EnsureGuiApplication();
+  GraphStation wide;
+  wide.AddPoint(GraphKind::Rain, 3000);
+  // All eleven labels of a 640-pixel picture fit, the last one ending short of the date.
+  EXPECT_EQ(LabelRuns(wide.pictures.Surface(GraphKind::Rain)).size(), 11u);
+
+  GraphStation narrow;
+  QtGraphPictures small(240, 120);
+  narrow.nm.io.pictures = &small;
+  narrow.AddPoint(GraphKind::Rain, 3000);
+  const auto runs = LabelRuns(small.Surface(GraphKind::Rain));
+  EXPECT_GE(runs.size(), 2u);
+  EXPECT_LT(runs.size(), 11u);
+  for (std::size_t i = 1; i < runs.size(); ++i) EXPECT_GE(runs[i].first - runs[i - 1].second, 10);
+}
+
+TEST(TemperatureGraph, LinearScaleOnItsOwnBackground) {
+  GraphStation st;
+  const Config& c = st.nm.config;
+  // Half an hour at 0 (half way between -30 and 30), then half an hour at
+  // the stand-in of a lost reading, which stays at the top.
+  for (double value : {0.0, 0.0, 999.0, 999.0}) {
+    st.AddPoint(GraphKind::Temp, value);
+    st.time.RunFor(1800 * 1000);
+  }
+  const QImage& image = st.Picture(GraphKind::Temp);
+  const int Yb = PlotBottom(st.pictures.Surface(GraphKind::Temp));
+  EXPECT_EQ(image.pixel(image.width() - 2, Yb / 4 + 3), Pixel(c.GraphColorTemp[2]));
+  const std::vector<int> zero = RowsWithColour(image, 100, Pixel(c.GraphColorTemp[1]));
+  ASSERT_FALSE(zero.empty());
+  EXPECT_NEAR(zero.front(), Yb / 2.0, 1.5);
+  const std::vector<int> high = RowsWithColour(image, 400, Pixel(c.GraphColorTemp[1]));
+  ASSERT_FALSE(high.empty());
+  EXPECT_LE(high.back(), 1);
+  // Left of the plot the scale labels, in the axis colour's shades.
+  EXPECT_GT(CountColour(image, QRect(0, Yb - 8, 30, 16), Pixel(c.GraphColorTemp[2])), 0);
+  EXPECT_LT(CountColour(image, QRect(0, Yb - 8, 30, 16), Pixel(c.GraphColorTemp[2])), 30 * 16);
+}
+
+TEST(GraphDrawing, OddRingsAndLimitsDrawWithoutLeavingThePicture) {
+  GraphStation st;
+  Config& c = st.nm.config;
+  c.CloudLimit = {5, 5, 5};          // no span between thresholds
+  c.RainLimit = {2800, 3200, 3200};  // out of order
+  c.GraphTempMax = c.GraphTempMin = 10;
+  const Colour curve = c.GraphColorCloud[1];
+  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Rain, GraphKind::Temp}) {
+    st.AddPoint(kind, 99900);
+    st.time.JumpClock(-3600 * 1000);  // the clock went back an hour
+    st.AddPoint(kind, 999);
+    st.time.JumpClock(7200 * 1000);
+    st.AddPoint(kind, NAN);
+    EXPECT_FALSE(st.Picture(kind).isNull());
+  }
+  // With no span at all there is no axis and no curve, but the bands stay.
+  st.nm.config.RefreshPeriod = 0;
+  st.nm.display.GraphSpan.Caption.clear();
+  EmptyRing(st.nm.state.NBX_GraphArrayWind);
+  st.AddPoint(GraphKind::Wind, 3);
+  const QImage& wind = st.Picture(GraphKind::Wind);
+  EXPECT_EQ(CountColour(wind, wind.rect(), Pixel(curve)), 0);
+  EXPECT_EQ(wind.pixel(3, 5), Pixel(c.ColorWind[0].BackColor));
+}
+
+}  // namespace
+}  // namespace nbx

@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <unistd.h>
+
+#include "core/status.h"
+#include "graph_fixtures.h"
+#include "graphs/drawing/picture_files.h"
+#include "graphs/graph_routines.h"
+#include "support/child_process.h"
+
+namespace nbx {
+namespace {
+
+namespace fs = std::filesystem;
+using test::GraphStation;
+using test::Pixel;
+using test::TempDir;
+
+FreeImageRuntime& Library() {
+  FreeImageRuntime& fi = FreeImageRuntime::Instance();
+  EXPECT_TRUE(fi.Initialise()) << fi.Failure();
+  return fi;
+}
+
+// A graph tick with every sensor present and points on every ring.
+void GraphTick(GraphStation& st) {
+  st.nm.state.HumidityPresent = st.nm.state.PressurePresent = 1;
+  st.nm.state.GraphDue = true;
+  st.nm.state.LastReading = st.nm.NowSerial();
+  RunGraphRoutines(st.nm);
+}
+
+// The bits a pixel has in the file, as the image library reads it.
+unsigned FileDepth(const std::string& path, FREE_IMAGE_FORMAT format) {
+  FreeImageRuntime& fi = Library();
+  FIBITMAP* bitmap = fi.FreeImage_Load(format, path.c_str(), 0);
+  if (!bitmap) return 0;
+  const unsigned bpp = fi.FreeImage_GetBPP(bitmap);
+  fi.FreeImage_Unload(bitmap);
+  return bpp;
+}
+
+bool Near(QRgb a, QRgb b, int tolerance) {
+  return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance &&
+         std::abs(qBlue(a) - qBlue(b)) <= tolerance;
+}
+
+TEST(GraphExport, PngAndJpegAreReadBackByTheLibraryAndByQt) {
+  TempDir dir;
+  GraphStation st;
+  st.nm.config.GraphImagePath = dir.path() + "/";  // one trailing "/" is kept, not doubled
+  EXPECT_EQ(ImageFolder(st.nm.config), dir.path() + "/");
+  GraphTick(st);
+  st.time.RunFor(600 * 1000);
+  GraphTick(st);
+  EXPECT_EQ(st.nm.display.StatusBar2.Caption, "");
+  for (int k = 0; k < 7; ++k)
+    EXPECT_TRUE(fs::exists(dir.File(std::string(GraphFileName(GraphKind(k))) + ".png"))) << k;
+
+  const std::string png = dir.File("NBX_ImageCloudCondition.png");
+  const QImage& drawn = st.Picture(GraphKind::Cloud);
+  EXPECT_EQ(FileDepth(png, FIF_PNG), 24u);
+  EXPECT_EQ(QImage(QString::fromStdString(png)).convertToFormat(QImage::Format_RGB32), drawn);
+  // Read back through the library onto another graph's surface.
+  ASSERT_TRUE(st.pictures.LoadPicture(GraphKind::Day, png));
+  EXPECT_EQ(st.Picture(GraphKind::Day), drawn);
+
+  st.nm.config.ImageType = 0;
+  st.nm.config.ImageQuality = {true, false, false};
+  GraphTick(st);
+  const std::string jpg = dir.File("NBX_ImageWindCond.jpg");
+  EXPECT_EQ(FileDepth(jpg, FIF_JPEG), 24u);
+  EXPECT_TRUE(fs::exists(dir.File("NBX_ImageWindCond.png")));  // the other type stays
+  const QImage qtJpeg(QString::fromStdString(jpg));
+  QImage libraryJpeg;
+  ASSERT_TRUE(LoadPictureFile(Library(), libraryJpeg, jpg));
+  for (const QImage& read : {qtJpeg, libraryJpeg}) {
+    ASSERT_EQ(read.size(), QSize(DefaultGraphWidth, DefaultGraphHeight));
+    for (int row = 0; row < 3; ++row) {
+      const QPoint at(20, 30 + 70 * row);
+      EXPECT_TRUE(Near(read.pixel(at), Pixel(st.nm.config.ColorWind[row].BackColor), 6)) << row;
+    }
+  }
+}
+
+TEST(GraphExport, JpegQualityFlagsChangeTheFileSize) {
+  TempDir dir;
+  GraphStation st;
+  for (int i = 0; i < 30; ++i) {
+    st.AddPoint(GraphKind::Cloud, -25 + i * 1.7 + (i % 3) * 4);
+    st.time.RunFor(240 * 1000);
+  }
+  st.nm.config.ImageType = 0;
+  std::uintmax_t sizes[3];
+  for (int q = 0; q < 3; ++q) {
+    st.nm.config.ImageQuality = {q == 0, q == 1, q == 2};
+    const std::string file = dir.File("q" + std::to_string(q) + ".jpg");
+    ASSERT_TRUE(SavePictureFile(st.nm, GraphKind::Cloud, file, ImageFormat(st.nm.config),
+                                ExportFlags(st.nm.config)));
+    sizes[q] = fs::file_size(file);
+  }
+  EXPECT_EQ(ExportFlags(st.nm.config), 512);
+  EXPECT_GT(sizes[0], sizes[1]);
+  EXPECT_GT(sizes[1], sizes[2]);
+  st.nm.config.ImageQuality = {false, false, false};
+  EXPECT_EQ(ExportFlags(st.nm.config), 0);
+  st.nm.config.ImageType = 1;
+  st.nm.config.ImageQuality = {true, false, false};
+  EXPECT_EQ(ExportFlags(st.nm.config), 0);
+}
+
+TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
+  TempDir dir;
+  GraphStation st;
+  Display& d = st.nm.display;
+  test::WriteFile(dir.File("plain"), "not a folder");
+
+  st.nm.config.GraphImagePath = dir.File("plain") + "/images";  // a folder that cannot be
+  EXPECT_EQ(CheckImageFolder(st.nm), "i22 ");
+  GraphTick(st);
+  EXPECT_EQ(d.StatusBar2.Caption, "i23");
+  EXPECT_EQ(d.StatusBar2.ForeColor, colours::Red);
+
+  // A full disk.
+  SetStatusCode(d, "", colours::Black);
+  st.nm.config.GraphImagePath = dir.path();
+  fs::create_symlink("/dev/full", dir.File("NBX_ImageTemperature.png"));
+  GraphTick(st);
+  EXPECT_EQ(d.StatusBar2.Caption, "i23");
+
+  // A folder that may not be written, for a user whom permissions bind.
+  if (geteuid() != 0) {
+    SetStatusCode(d, "", colours::Black);
+    fs::create_directory(dir.File("locked"));
+    fs::permissions(dir.File("locked"), fs::perms::owner_read | fs::perms::owner_exec);
+    st.nm.config.GraphImagePath = dir.File("locked");
+    GraphTick(st);
+    EXPECT_EQ(d.StatusBar2.Caption, "i23");
+  }
+
+  // No image library at all.
+  FreeImageRuntime missing("/nonexistent/libfreeimage.so.3");
+  QtGraphPictures without(missing);
+  st.nm.io.pictures = &without;
+  st.nm.config.GraphImagePath = dir.File("fresh");
+  fs::create_directory(dir.File("fresh"));
+  GraphTick(st);
+  EXPECT_EQ(d.StatusBar2.Caption, "i24");
+
+  // FreeImageUse off: nothing written, nothing shown.
+  SetStatusCode(d, "", colours::Black);
+  st.nm.io.pictures = &st.pictures;
+  st.nm.config.FreeImageUse = false;
+  GraphTick(st);
+  EXPECT_EQ(d.StatusBar2.Caption, "");
+  EXPECT_TRUE(fs::is_empty(dir.File("fresh")));
+
+  // A graph that is not generated is not exported either; one not exported
+  // is still drawn; off the graph tick nothing happens at all.
+  st.nm.config.FreeImageUse = true;
+  st.nm.config.GraphGenerate.fill(0);
+  st.nm.config.GraphGenerate[static_cast<int>(GraphKind::Rain)] = 1;
+  st.nm.config.GraphImage[static_cast<int>(GraphKind::Rain)] = 0;
+  const int cloudLast = st.nm.state.CloudArrayLst, rainLast = st.nm.state.RainArrayLst;
+  GraphTick(st);
+  EXPECT_TRUE(fs::is_empty(dir.File("fresh")));
+  EXPECT_EQ(st.nm.state.CloudArrayLst, cloudLast);
+  EXPECT_EQ(st.nm.state.RainArrayLst, rainLast + 1);
+  st.nm.state.GraphDue = false;
+  RunGraphRoutines(st.nm);
+  EXPECT_EQ(st.nm.state.RainArrayLst, rainLast + 1);
+}
+
+TEST(GraphExport, ImageFolderIsCheckedAtStart) {
+  TempDir dir;
+  Nimbometer nm;
+  nm.config.GraphImagePath = dir.File("new/pictures");
+  EXPECT_EQ(CheckImageFolder(nm), "i21 ");
+  EXPECT_TRUE(fs::is_directory(dir.File("new/pictures")));
+  EXPECT_EQ(nm.display.StatusBar.Caption, "Checking Image File Path : " + dir.File("new/pictures"));
+  EXPECT_EQ(nm.display.StatusBar.ForeColor, colours::DarkGreen);
+  EXPECT_EQ(CheckImageFolder(nm), "");
+  // Only the humidity and pressure pictures on: the folder is not looked at.
+  nm.config.GraphImagePath = dir.File("other");
+  nm.config.GraphImage = {0, 0, 0, 0, 0, 1, 1};
+  EXPECT_EQ(CheckImageFolder(nm), "");
+  EXPECT_FALSE(fs::exists(dir.File("other")));
+}
+
+TEST(GraphExport, DepthConversionReachesEachDepth) {
+  FreeImageRuntime& fi = Library();
+  FIBITMAP* source = fi.FreeImage_Allocate(16, 8, 32, FI_RGBA_RED_MASK, FI_RGBA_GREEN_MASK,
+                                           FI_RGBA_BLUE_MASK);
+  ASSERT_NE(source, nullptr);
+  EXPECT_EQ(ConvertColorDepth(fi, nullptr, DepthConversion{}), nullptr);
+  EXPECT_EQ(ConvertColorDepth(fi, source, DepthConversion{33}), source);
+  for (int bpp : {1, 4, 8, 15, 16, 24, 32}) {
+    FIBITMAP* converted = ConvertColorDepth(fi, source, DepthConversion{bpp});
+    ASSERT_NE(converted, nullptr) << bpp;
+    EXPECT_EQ(fi.FreeImage_GetBPP(converted), bpp == 15 ? 16u : static_cast<unsigned>(bpp));
+    // A bitmap with a palette reaches 4 bits through grey.
+    if (bpp == 8) {
+      DepthConversion to4{4};
+      to4.unloadSource = true;
+      FIBITMAP* four = ConvertColorDepth(fi, converted, to4);
+      ASSERT_NE(four, nullptr);
+      EXPECT_EQ(fi.FreeImage_GetBPP(four), 4u);
+      converted = four;
+    }
+    fi.FreeImage_Unload(converted);
+  }
+  fi.FreeImage_Unload(source);
+}
+
+}  // namespace
+}  // namespace nbx

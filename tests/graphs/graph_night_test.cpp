@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <QFontMetrics>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+
+#include "core/text.h"
+#include "graph_fixtures.h"
+#include "graphs/graph_ring.h"
+#include "graphs/graph_routines.h"
+#include "support/child_process.h"
+
+namespace nbx {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A November night from 22:00: clear until a front brings cloud, wind and
+// a shower after midnight, clearing again before a grey dawn.
+struct NightModel {
+  double sky, ambient, rain, wind, humidity, seaLevelPressure, day;
+};
+
+double Ramp(double h, double from, double to, double a, double b) {
+  if (h <= from) return a;
+  if (h >= to) return b;
+  return a + (b - a) * (h - from) / (to - from);
+}
+
+NightModel NightAt(double h) {
+  NightModel m{};
+  m.sky = h < 5 ? Ramp(h, 2.5, 4.5, -18, 3) : Ramp(h, 6, 7, 3, -17);
+  m.ambient = 9 - 0.4 * h + (h > 3 && h < 7 ? 1.5 : 0);
+  m.rain = h > 4.6 && h < 5.6 ? 2500 : (h > 4.3 && h < 6.2 ? 3000 : 3350);
+  m.wind = h < 5 ? Ramp(h, 3, 4.5, 4, 17 + 2 * std::sin(h * 9)) : Ramp(h, 6, 7, 16, 6);
+  m.humidity = h < 4.6 ? 62 + 6 * h : Ramp(h, 5.6, 7, 93, 78);
+  m.seaLevelPressure = h < 5 ? 1014 - 2.6 * h : 1001 + 1.5 * (h - 5);
+  m.day = Ramp(h, 8.9, 9.7, 3000, 3);
+  return m;
+}
+
+// The brightness and sea-level pressure stages come with other parts of the
+// program: while a field stays as the night last left it, no stage has
+// touched it, and the night puts in the value that stage would give.
+void StandIn(double& field, double& lastPut, double value) {
+  if (field != lastPut) return;
+  field = value;
+  lastPut = value;
+}
+
+// How many pixels of the curve colour lie in band row `row` of a band picture.
+int CurveInBand(const GraphSurface& surface, int row, QRgb curve) {
+  const int bottom = surface.ScaleHeight() - QFontMetrics(surface.font, &surface.image).height();
+  return test::CountColour(surface.image, QRect(2, bottom * row / 3 + 3, surface.ScaleWidth() - 4, bottom / 3 - 6),
+                           curve);
+}
+
+TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
+  test::TempDir dir;
+  const char* keep = std::getenv("NBX_GRAPH_PICTURES_DIR");
+  test::GraphStation st;
+  Config& c = st.nm.config;
+  c.RefreshPeriod = 60;
+  c.GraphFreq = 5;  // a point every five minutes, ten hours on a picture
+  c.GraphImagePath = keep && *keep ? keep : dir.path();
+  // Saving every picture at every graph tick is the headless program's test;
+  // here they are saved once the night is over.
+  c.GraphImage.fill(0);
+  st.StartAndRunFirstCycles();
+
+  double dayPut = st.nm.state.Value_Day, pressurePut = st.nm.state.Value_RelPressure;
+  for (int minute = 2; minute < 600; ++minute) {
+    const NightModel m = NightAt(minute / 60.0);
+    for (const std::string& assignment :
+         {"sky=" + std::to_string(m.sky), "ambient=" + std::to_string(m.ambient),
+          "humiditytemp=" + std::to_string(m.ambient),
+          "rain=" + std::to_string(m.rain), "wind=" + std::to_string(m.wind),
+          "humidity=" + std::to_string(m.humidity),
+          "pressure=" + std::to_string(m.seaLevelPressure - 12),  // 100 m above the sea
+          "ldr=" + std::to_string(50000 - m.day)})
+      ASSERT_TRUE(st.box.Apply(assignment)) << assignment;
+    st.RunPeriods(1);
+    StandIn(st.nm.state.Value_Day, dayPut, m.day);
+    StandIn(st.nm.state.Value_RelPressure, pressurePut, m.seaLevelPressure);
+  }
+
+  c.GraphImage.fill(1);
+  for (int k = 0; k < 7; ++k) ExportGraphPicture(st.nm, GraphKind(k));
+  EXPECT_EQ(st.nm.display.StatusBar2.Caption, "");
+  EXPECT_EQ(RingUpperBound(st.nm.state.NBX_GraphArrayCloud), 120);
+  for (int k = 0; k < 7; ++k) {
+    const std::string file = JoinPath(c.GraphImagePath, std::string(GraphFileName(GraphKind(k))) + ".png");
+    const QImage read(QString::fromStdString(file));
+    EXPECT_EQ(read.size(), QSize(DefaultGraphWidth, DefaultGraphHeight)) << file;
+  }
+  // Each picture tells the night: (graph, band row) pairs the curve passes through.
+  const QRgb curve = test::Pixel(c.GraphColorCloud[1]);
+  const std::pair<GraphKind, int> seen[] = {
+      {GraphKind::Cloud, 0}, {GraphKind::Cloud, 2}, {GraphKind::Rain, 0},     {GraphKind::Rain, 2},
+      {GraphKind::Wind, 0},  {GraphKind::Wind, 2},  {GraphKind::Day, 0},      {GraphKind::Day, 2},
+      {GraphKind::Humidity, 0}, {GraphKind::Humidity, 1}, {GraphKind::Pressure, 1}};
+  for (const auto& [kind, row] : seen)
+    EXPECT_GT(CurveInBand(st.pictures.Surface(kind), row, curve), 0) << GraphTag(kind) << " " << row;
+  EXPECT_EQ(CurveInBand(st.pictures.Surface(GraphKind::Rain), 1, curve) > 0, true);
+  EXPECT_EQ(CurveInBand(st.pictures.Surface(GraphKind::Pressure), 2, curve), 0);
+  EXPECT_GT(test::CountColour(st.Picture(GraphKind::Temp), st.Picture(GraphKind::Temp).rect(),
+                              test::Pixel(c.GraphColorTemp[1])),
+            400);
+}
+
+}  // namespace
+}  // namespace nbx

@@ -1,0 +1,98 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/serial_date.h"
+#include "graphs/graph_scale.h"
+
+namespace nbx {
+namespace {
+
+TEST(GraphScale, FarLimitOfTheCloudGraphFollowsTheUnit) {
+  Config c;
+  EXPECT_EQ(BandLimitsFor(c, GraphKind::Cloud).Far, -20);
+  c.UnitTempStr = "F";
+  c.CloudLimit = {23, 32, 86};
+  EXPECT_EQ(FarLimitCloud(c), -4);
+}
+
+TEST(GraphScale, BothMappingsPlaceValuesInTheirBandsAndSentinelsAtTheEdges) {
+  const BandLimits cloud{-20, -5, 0, 30};  // top 0, bottom 90: bands of 30
+  EXPECT_EQ(MapBandValue(true, cloud, -5, 0, 90).band, 1);
+  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -5, 0, 90).y, 30);
+  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -12.5, 0, 90).y, 15);
+  // A value at L1 belongs to the third band rising, to the second falling.
+  EXPECT_EQ(MapBandValue(true, cloud, 0, 0, 90).band, 2);
+  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, 0, 0, 90).y, 60);
+  const BandLimits rain{3520, 3200, 2800, 0};
+  EXPECT_EQ(MapBandValue(false, rain, 2800, 0, 90).band, 1);
+  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 2800, 0, 90).y, 60);
+  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 3000, 0, 90).y, 45);
+  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 1400, 0, 90).y, 75);
+
+  // The sentinels of a lost link lie beyond the limits.
+  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, 99900, 0, 90).y, 89);
+  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -99900, 0, 90).y, 1);
+  EXPECT_EQ(MapTemperatureValue(999, -30, 30, 0, 200), 0);
+  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, -1, 0, 90).y, 89);
+  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 99999, 0, 90).y, 1);
+
+  // Equal or crossed limits never give a coordinate that is not a number.
+  for (const BandLimits& odd : {BandLimits{5, 5, 5, 5}, BandLimits{30, 0, -5, -20}, BandLimits{0, 10, 10, 0}})
+    for (bool rises : {true, false})
+      for (double v : {-30.0, -5.0, 0.0, 5.0, 10.0, 30.0, double(NAN), double(INFINITY)}) {
+        const double y = MapBandValue(rises, odd, v, 0, 90).y;
+        EXPECT_TRUE(y >= 0 && y <= 90) << v << " gives " << y;
+      }
+
+  EXPECT_EQ(MapTemperatureValue(30, -30, 30, 0, 200), 0);
+  EXPECT_EQ(MapTemperatureValue(-45, -30, 30, 0, 200), 200);
+  EXPECT_EQ(MapTemperatureValue(0, -30, 30, 0, 200), 100);
+  EXPECT_EQ(MapTemperatureValue(4, 4, 4, 0, 200), 0);
+  EXPECT_EQ(MapTemperatureValue(5, 10, -10, 0, 200), 0);
+  EXPECT_EQ(MapTemperatureValue(NAN, -30, 30, 0, 200), 200);
+}
+
+TEST(GraphScale, TimeAxisHasTwelveStepsAndDropsLabelsThatWouldOverlap) {
+  const double t0 = ToSerialDate({2026, 11, 21, 22, 0, 0, 0});
+  auto width40 = [](std::string_view) { return 40; };
+  // A young graph keeps the full span: two hours, steps of ten minutes.
+  const TimeRange young = GraphTimeRange(t0, AddSeconds(t0, 60), 7200);
+  EXPECT_NEAR((young.T1 - young.T0) * 86400, 7200, 1e-3);
+  auto ticks = TimeAxis(young, 0, 600, width40);
+  ASSERT_EQ(ticks.size(), 11u);
+  EXPECT_EQ(ticks[0].x, 50);
+  EXPECT_EQ(ticks[0].label, "22:10");
+  EXPECT_EQ(ticks[10].label, "23:50");
+  for (const TimeTick& t : ticks) EXPECT_TRUE(t.labelShown);
+
+  // Five-minute steps show seconds; on a narrow picture labels are dropped.
+  ticks = TimeAxis(GraphTimeRange(t0, t0, 3600), 0, 240, width40);
+  ASSERT_EQ(ticks.size(), 11u);
+  EXPECT_EQ(ticks[0].label, "22:05:00");
+  EXPECT_TRUE(ticks[0].labelShown);
+  EXPECT_FALSE(ticks[1].labelShown);  // left edge 20 < 0 + 40 + 10
+  EXPECT_FALSE(ticks[2].labelShown);  // 40 < 50
+  EXPECT_TRUE(ticks[3].labelShown);
+  int previousEnd = -1000;
+  for (const TimeTick& t : ticks) {
+    if (!t.labelShown) continue;
+    EXPECT_GE(t.labelLeft, previousEnd + 10);
+    EXPECT_EQ(t.labelLeft, t.x - 20);  // dropped or in place, never moved
+    previousEnd = t.labelLeft + t.labelWidth;
+  }
+
+  // A clock set back keeps the full span forward of the first point; no span
+  // and equal times give no axis at all.
+  const TimeRange back = GraphTimeRange(t0, AddSeconds(t0, -600), 7200);
+  EXPECT_TRUE(back.Usable());
+  EXPECT_NEAR((back.T1 - back.T0) * 86400, 7200, 1e-3);
+  EXPECT_FALSE(GraphTimeRange(t0, t0, 0).Usable());
+  EXPECT_TRUE(TimeAxis(GraphTimeRange(t0, t0, 0), 0, 600, width40).empty());
+  EXPECT_FALSE(RingTimeRange(GraphRing(1), 0, 0, 7200).Usable());
+  EXPECT_EQ(ToPixel(1e300), 1000000);
+  EXPECT_EQ(ToPixel(NAN), 0);
+}
+
+}  // namespace
+}  // namespace nbx
