@@ -52,8 +52,6 @@ extern const std::array<GraphKeys, 7> Graphs;
 
 // The colours of a graph: background, trace, and for the temperature graph
 // the second trace.
-std::span<Colour> GraphColours(Config& config, GraphKind kind);
-std::span<const Colour> GraphColours(const Config& config, GraphKind kind);
 
 // The nine electrical constants of the box, in their order, with their keys
 // in section Electrical.

@@ -15,4 +15,21 @@ std::array<FileColumn, FileColumnCount> Config::DefaultFileColumns() {
   return columns;
 }
 
+std::span<Colour> GraphColours(Config& config, GraphKind kind) {
+  switch (kind) {
+    case GraphKind::Cloud: return config.GraphColorCloud;
+    case GraphKind::Rain: return config.GraphColorRain;
+    case GraphKind::Wind: return config.GraphColorWind;
+    case GraphKind::Day: return config.GraphColorDay;
+    case GraphKind::Temp: return config.GraphColorTemp;
+    case GraphKind::Humidity: return config.GraphColorHumidity;
+    case GraphKind::Pressure: return config.GraphColorPressure;
+  }
+  return {};
+}
+
+std::span<const Colour> GraphColours(const Config& config, GraphKind kind) {
+  return GraphColours(const_cast<Config&>(config), kind);
+}
+
 }  // namespace nbx

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <optional>
 #include <string>
 
@@ -190,5 +191,9 @@ struct Config {
 
 // The seven graphs, in the order the cycle runs them.
 enum class GraphKind { Cloud, Rain, Wind, Day, Temp, Humidity, Pressure };
+
+// A graph's colours: axis, curve, and for the temperature graph its background.
+std::span<Colour> GraphColours(Config& config, GraphKind kind);
+std::span<const Colour> GraphColours(const Config& config, GraphKind kind);
 
 }  // namespace nbx

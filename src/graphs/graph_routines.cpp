@@ -58,7 +58,7 @@ void DrawGraph(Nimbometer& nm, GraphKind kind) {
   if (!nm.io.pictures) return;
   const Config& c = nm.config;
   const GraphRingRef r = RingOf(nm.state, kind);
-  const std::array<Colour, 2> colours = GraphColours(c, kind);
+  const std::span<const Colour> colours = GraphColours(c, kind);
   if (kind == GraphKind::Temp) {
     TemperatureGraph graph;
     graph.ring = &r.ring;

@@ -59,26 +59,6 @@ const std::array<Swatch, 3>& BandSwatches(const Config& c, GraphKind kind) {
   return c.ColorCloud;
 }
 
-std::array<Colour, 2> GraphColours(const Config& c, GraphKind kind) {
-  switch (kind) {
-    case GraphKind::Cloud:
-      return c.GraphColorCloud;
-    case GraphKind::Rain:
-      return c.GraphColorRain;
-    case GraphKind::Wind:
-      return c.GraphColorWind;
-    case GraphKind::Day:
-      return c.GraphColorDay;
-    case GraphKind::Humidity:
-      return c.GraphColorHumidity;
-    case GraphKind::Pressure:
-      return c.GraphColorPressure;
-    case GraphKind::Temp:
-      break;
-  }
-  return {c.GraphColorTemp[0], c.GraphColorTemp[1]};
-}
-
 const char* GraphTag(GraphKind kind) {
   static const char* const kTags[] = {"Cloud", "Rain", "Wind", "Day", "Temp", "Humidity", "Pressure"};
   return kTags[static_cast<int>(kind)];

@@ -27,8 +27,6 @@ double FarLimitCloud(const Config& config);
 BandLimits BandLimitsFor(const Config& config, GraphKind kind);
 // The three class swatches whose colours and words make the bands.
 const std::array<Swatch, 3>& BandSwatches(const Config& config, GraphKind kind);
-// Axis and curve colour (the temperature graph's third is its background).
-std::array<Colour, 2> GraphColours(const Config& config, GraphKind kind);
 // The picture's Tag: "Cloud", "Rain", "Wind", "Day", "Temp", "Humidity", "Pressure".
 const char* GraphTag(GraphKind kind);
 
