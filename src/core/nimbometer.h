@@ -10,6 +10,8 @@
 namespace nbx {
 
 class SerialLink;
+class SoundPlayer;
+class ScriptRunner;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -19,6 +21,8 @@ struct Services {
   Timers* timers = nullptr;
   SerialLink* link = nullptr;
   Host* host = nullptr;
+  SoundPlayer* sound = nullptr;    // the alarm sound; none: silent
+  ScriptRunner* scripts = nullptr; // the SAFE/UNSAFE scripts; none: not run
 };
 
 // The whole program state that the logic works on: the three records and the
