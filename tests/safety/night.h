@@ -1,46 +1,64 @@
 #pragma once
 
-#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "fake_services.h"
+#include "safety/script_runner.h"
+#include "safety/sound_player.h"
 #include "support/sim_station.h"
 
 namespace nbx::test {
 
 using Lines = std::vector<std::string>;
 
-// A station on virtual time whose box reports a chosen sky; the sound and
-// the scripts go to fakes. The sky temperature reaches the classification
-// as the box reports it (no ambient correction).
+// Keeps what it was asked to play; a sound plays until stopped or ended by the test.
+class FakeSoundPlayer : public SoundPlayer {
+ public:
+  bool Play(const std::string& file, bool repeat) override {
+    if (file == unplayable) return false;
+    plays.emplace_back(file, repeat);
+    return playing = true;
+  }
+  void Stop() override { ++stops, playing = false; }
+  bool IsPlaying() const override { return playing; }
+  std::vector<std::pair<std::string, bool>> plays;  // file, repeat
+  std::string unplayable;
+  int stops = 0;
+  bool playing = false;
+};
+
+class FakeScriptRunner : public ScriptRunner {
+ public:
+  bool Start(const std::string& program) override {
+    started.push_back(program);
+    return true;
+  }
+  Lines started;
+};
+
+// A station on virtual time whose box reports a chosen sky, reaching the
+// classification uncorrected; sound and scripts go to fakes.
 class Night {
  public:
   static constexpr double Clear = -15, Cloudy = -3, Overcast = 5;  // degrees C
 
   Night() {
     nm.config.CloudTempFactor = false;
-    // The light sensor reads Dark all night.
-    nm.state.NBX_DayCondition = 1;
+    nm.state.NBX_DayCondition = 1;  // the light sensor reads Dark all night
     nm.io.sound = &sound;
     nm.io.scripts = &scripts;
     Sky(Clear);
   }
   void Sky(double celsius) { st.box.readings.skyIR = celsius * 100; }
-  // Start, and the log lines of the first full cycle.
-  Lines Start() {
-    const std::size_t from = st.host.debugLines.size();
-    st.StartAndRunFirstCycles();
-    return LinesSince(from);
-  }
-  // The log lines of the next `periods` cycles.
-  Lines Run(int periods = 1) {
-    const std::size_t from = st.host.debugLines.size();
-    st.RunPeriods(periods);
-    return LinesSince(from);
-  }
-  Lines LinesSince(std::size_t from) const {
-    return {st.host.debugLines.begin() + static_cast<std::ptrdiff_t>(from), st.host.debugLines.end()};
+  // Start, or run `periods` cycles: the log lines they wrote.
+  Lines Start() { return LinesOf([&] { st.StartAndRunFirstCycles(); }); }
+  Lines Run(int periods = 1) { return LinesOf([&] { st.RunPeriods(periods); }); }
+  template <typename Step>
+  Lines LinesOf(Step step) {
+    const auto from = static_cast<std::ptrdiff_t>(st.host.debugLines.size());
+    step();
+    return {st.host.debugLines.begin() + from, st.host.debugLines.end()};
   }
   // The relay commands the box received from command `from` on.
   Lines RelayCommandsSince(std::size_t from) const {
