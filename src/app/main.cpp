@@ -10,6 +10,7 @@
 
 #include "station/settings_store.h"
 #include "station/cycle_summary.h"
+#include "station/safety_settings.h"
 #include "station/simulated_box.h"
 #include "station/station.h"
 
@@ -71,6 +72,7 @@ int main(int argc, char* argv[]) {
   station.host().traceEnabled = parser.isSet(trace);
   auto settings = nbx::OpenSettings(parser.value(settingsFile));
   nbx::LoadLinkSettings(*settings, nm.config);
+  nbx::LoadSafetySettings(*settings, nm);
 
   nbx::SimulatedBox box;
   if (parser.isSet(simulate)) {

@@ -2,6 +2,7 @@
 
 #include "core/nimbometer.h"
 #include "core/number_format.h"
+#include "core/text.h"
 #include "sensors/raw_conversions.h"
 
 namespace nbx {
@@ -30,6 +31,8 @@ std::string CycleSummary(const Nimbometer& nm) {
   line += "  vref " + FormatNumber(s.ReferenceVoltage, "0.00") + " V";
   line += "  cycle " + FormatNumber(s.Value_Cycle, "0.000") + " s";
   line += "  errors " + nm.display.LblRS232Errors.Caption;
+  // The relay as the box last reported it.
+  if (!Trim(nm.display.LblSwitch.Caption).empty()) line += "  relay " + nm.display.LblSwitch.Caption;
   return line;
 }
 

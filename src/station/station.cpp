@@ -70,6 +70,8 @@ Station::Station(QObject* parent)
   nm_.io.timers = &timers_;
   nm_.io.link = &link_;
   nm_.io.host = &host_;
+  nm_.io.sound = &sound_;
+  nm_.io.scripts = &scripts_;
   host_.onCycle = [this] { emit cycleProcessed(); };
 }
 

@@ -5,7 +5,9 @@
 #include <memory>
 
 #include "core/nimbometer.h"
+#include "station/qt_script_runner.h"
 #include "station/qt_serial_link.h"
+#include "station/qt_sound_player.h"
 #include "station/qt_timers.h"
 #include "station/system_clock.h"
 
@@ -57,6 +59,8 @@ class Station : public QObject {
   StationHost host_;
   QtTimers timers_;
   QtSerialLink link_;
+  QtSoundPlayer sound_;
+  QtScriptRunner scripts_;
   Nimbometer nm_;
 };
 
