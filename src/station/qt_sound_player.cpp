@@ -4,6 +4,7 @@
 #include <QAudioOutput>
 #include <QFileInfo>
 #include <QMediaDevices>
+#include <QMediaFormat>
 #include <QMediaPlayer>
 #include <QUrl>
 
@@ -15,19 +16,26 @@ QtSoundPlayer::~QtSoundPlayer() {
   if (player_) player_->stop();
 }
 
-bool QtSoundPlayer::HasAudioOutput() { return !QMediaDevices::audioOutputs().isEmpty(); }
+bool QtSoundPlayer::CanPlaySound() {
+  if (QMediaDevices::audioOutputs().isEmpty()) return false;
+  // A media back end without its decoders hangs on the first file.
+  return !QMediaFormat().supportedFileFormats(QMediaFormat::Decode).isEmpty();
+}
 
 bool QtSoundPlayer::Play(const std::string& file, bool repeat) {
-  const QString path = QString::fromStdString(file);
-  if (!QFileInfo(path).isFile()) return false;
+  const QFileInfo info(QString::fromStdString(file));
+  if (!info.isFile()) return false;
   if (!player_) {
-    if (!HasAudioOutput()) return false;
+    if (!CanPlaySound()) return false;
     output_ = std::make_unique<QAudioOutput>();
     player_ = std::make_unique<QMediaPlayer>();
     player_->setAudioOutput(output_.get());
+    // A file that turns out to be no sound ends there.
+    QObject::connect(player_.get(), &QMediaPlayer::errorOccurred, player_.get(),
+                     [player = player_.get()] { player->stop(); });
   }
   player_->stop();
-  player_->setSource(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+  player_->setSource(QUrl::fromLocalFile(info.absoluteFilePath()));
   player_->setLoops(repeat ? QMediaPlayer::Infinite : 1);
   player_->play();
   return true;
@@ -40,7 +48,8 @@ void QtSoundPlayer::Stop() {
 }
 
 bool QtSoundPlayer::IsPlaying() const {
-  return player_ && player_->playbackState() == QMediaPlayer::PlayingState;
+  return player_ && player_->playbackState() == QMediaPlayer::PlayingState &&
+         player_->error() == QMediaPlayer::NoError && player_->mediaStatus() != QMediaPlayer::InvalidMedia;
 }
 
 }  // namespace nbx

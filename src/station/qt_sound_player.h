@@ -10,9 +10,10 @@ class QAudioOutput;
 namespace nbx {
 
 // The alarm sound through the platform's media player. "repeat" is an
-// endless loop. A file that is missing, is no sound, or a machine without any
-// audio output plays nothing and is no error; the player is only made once a
-// sound can be heard, as the media back ends do not cope without an output.
+// endless loop. A file that is missing or is no sound, or a machine that
+// cannot play sound, plays nothing and is no error; the player is only made
+// once a sound can be heard, as the media back ends do not cope without an
+// output or without their decoders.
 class QtSoundPlayer : public SoundPlayer {
  public:
   QtSoundPlayer();
@@ -22,8 +23,9 @@ class QtSoundPlayer : public SoundPlayer {
   void Stop() override;
   bool IsPlaying() const override;
 
-  // True when the machine offers at least one audio output.
-  static bool HasAudioOutput();
+  // True when the machine has an audio output and the media back end can
+  // decode at least one kind of file.
+  static bool CanPlaySound();
 
  private:
   std::unique_ptr<QAudioOutput> output_;

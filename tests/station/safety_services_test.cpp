@@ -12,6 +12,10 @@
 #include "support/child_process.h"
 #include "support/wave_file.h"
 
+// Where the machine can play sound, the sound server's client library keeps
+// memory to the end; under the leak checker that is not ours.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libpulse.so\n"; }
+
 namespace nbx {
 namespace {
 
@@ -72,10 +76,10 @@ TEST(SoundPlayer, AGeneratedSoundPlaysAndStopsAndABadOneIsSilent) {
   QtSoundPlayer player;
   EXPECT_FALSE(player.Play(dir.File("missing.wav"), false));
   player.Stop();
-  if (!QtSoundPlayer::HasAudioOutput()) {
+  if (!QtSoundPlayer::CanPlaySound()) {
     // The player is never made: nothing plays, nothing breaks.
     EXPECT_FALSE(player.Play(dir.File("alarm.wav"), true));
-    GTEST_SKIP() << "this machine has no audio output: the sound cannot be played here";
+    GTEST_SKIP() << "no audio output or no decoders on this machine: the sound cannot be played here";
   }
   ASSERT_TRUE(player.Play(dir.File("alarm.wav"), true));
   EXPECT_TRUE(WaitUntil([&] { return player.IsPlaying(); }, 5000));
