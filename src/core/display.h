@@ -27,6 +27,15 @@ struct Control {
   bool Enabled = true;
 };
 
+// A block of the "Unsafe" tab for one condition family: the back colours of
+// its three check boxes (red while the class counts as unsafe) and whether
+// each alarm entry shows the "on" picture (a sound file is set).
+struct UnsafeBlock {
+  std::array<Colour, 3> CheckBackColor{colours::SystemButtonFace, colours::SystemButtonFace,
+                                       colours::SystemButtonFace};
+  std::array<bool, 3> AlarmIconOn{};
+};
+
 // An indicator of three labels: (0) the bar, (1) the value in words,
 // (2) the condition word on the condition's colour.
 using Bar = std::array<Label, 3>;
@@ -102,6 +111,8 @@ struct Display {
   Control FrameLEDSwitch{false, true};
   Control FrameCOM{false, true};
   Control Frame3;                 // content of the "Unsafe" tab
+  // Its blocks, in the order cloud, rain, wind, day, humidity, pressure.
+  std::array<UnsafeBlock, 6> UnsafeBlocks;
   Control WarningCOMPort{false, true};
   bool SetupLocked = false;       // the setup controls that may not change in a run
   // FileName, ButtPATH, ButtFileStructure, SaveFreq, LastReadOnly and chkDebug:

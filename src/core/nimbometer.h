@@ -13,6 +13,8 @@ namespace nbx {
 class SerialLink;
 class Settings;
 class GraphPictures;
+class SoundPlayer;
+class ScriptRunner;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -24,6 +26,8 @@ struct Services {
   Host* host = nullptr;
   Settings* settings = nullptr;  // the store, for the few writes outside load and unload
   GraphPictures* pictures = nullptr;  // the graphs' surfaces and their files; none: not drawn
+  SoundPlayer* sound = nullptr;    // the alarm sound; none: silent
+  ScriptRunner* scripts = nullptr; // the SAFE/UNSAFE scripts; none: not run
 };
 
 // The whole program state that the logic works on: the three records and the

@@ -14,6 +14,7 @@
 #include "outputs/data_outputs.h"
 #include "safety/alarms.h"
 #include "safety/safety_decision.h"
+#include "safety/scripts.h"
 
 namespace nbx {
 namespace {

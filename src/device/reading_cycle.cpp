@@ -13,6 +13,7 @@
 #include "outputs/data_outputs.h"
 #include "safety/alarms.h"
 #include "safety/safety_decision.h"
+#include "safety/scripts.h"
 #include "sensors/brightness.h"
 #include "sensors/heater.h"
 #include "sensors/raw_conversions.h"
@@ -185,9 +186,10 @@ void OnTimer(Nimbometer& nm, TimerId id) {
       return TimerRS232TimeoutTick(nm);
     case TimerId::Stop:
       return TimerStopTick(nm);
-    case TimerId::Initialization:
     case TimerId::AlarmAjo:
-      // Owned by the first-start dialogue and the alarm sound.
+      return TimerAlarmAjoTick(nm);
+    case TimerId::Initialization:
+      // Owned by the first-start dialogue.
       nm.io.timers->Disarm(id);
       return;
   }

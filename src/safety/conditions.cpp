@@ -4,13 +4,6 @@
 
 namespace nbx {
 
-void UpdateCloudCondition(Nimbometer&) {}
-void UpdateRainCondition(Nimbometer&) {}
-void UpdateWindCondition(Nimbometer&) {}
-void UpdateDayCondition(Nimbometer&) {}
-void UpdateHumidityCondition(Nimbometer&) {}
-void UpdatePressureCondition(Nimbometer&) {}
-
 std::string ConditionDescription(const Nimbometer& nm, Family family) {
   const SiteState& s = nm.state;
   const Config& c = nm.config;

@@ -33,6 +33,8 @@ std::string CycleSummary(const Nimbometer& nm) {
   line += "  errors " + nm.display.LblRS232Errors.Caption;
   const std::string codes = Trim(nm.display.StatusBar2.Caption);
   if (!codes.empty()) line += "  codes " + codes;
+  // The relay as the box last reported it.
+  if (!Trim(nm.display.LblSwitch.Caption).empty()) line += "  relay " + nm.display.LblSwitch.Caption;
   return line;
 }
 

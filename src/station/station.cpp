@@ -71,6 +71,8 @@ Station::Station(QObject* parent)
   nm_.io.link = &link_;
   nm_.io.host = &host_;
   nm_.io.pictures = &pictures_;
+  nm_.io.sound = &sound_;
+  nm_.io.scripts = &scripts_;
   host_.onCycle = [this] { emit cycleProcessed(); };
 }
 

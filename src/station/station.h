@@ -6,7 +6,9 @@
 
 #include "core/nimbometer.h"
 #include "graphs/drawing/qt_graph_pictures.h"
+#include "station/qt_script_runner.h"
 #include "station/qt_serial_link.h"
+#include "station/qt_sound_player.h"
 #include "station/qt_timers.h"
 #include "station/system_clock.h"
 
@@ -60,6 +62,8 @@ class Station : public QObject {
   QtTimers timers_;
   QtSerialLink link_;
   QtGraphPictures pictures_;
+  QtSoundPlayer sound_;
+  QtScriptRunner scripts_;
   Nimbometer nm_;
 };
 

@@ -33,6 +33,7 @@ Commands Concat(Commands a, const Commands& b) {
 
 TEST(ReadingCycle, CommandsOfAFirmware610CycleWithEverySensor) {
   test::SimStation st;
+  st.nm.config.SWRole = {false, true};  // the relay's commands are the verdict's, tested there
   StartAction(st.nm);
   st.RunPeriods(1);
   // A fresh port: reset, then the unknown box is asked who it is, nothing more.
@@ -67,6 +68,7 @@ TEST(ReadingCycle, FirmwareDecidesTheOptionalSensors) {
   };
   for (const Case& c : cases) {
     test::SimStation st;
+    st.nm.config.SWRole = {false, true};  // the relay's commands are the verdict's, tested there
     st.box.readings.firmware = c.firmware;
     st.box.readings.windFitted = false;
     st.nm.state.IsWindPresent = false;
@@ -155,6 +157,7 @@ TEST(ReadingCycle, FirstTimeOutGivesUpWithALimitOfZero) {
 TEST(ReadingCycle, StopInTheMiddleOfACycleDropsFramesAndRestsTheHeater) {
   test::SimStation st;
   st.box.delivery.baud = 9600;  // a cycle takes long enough to stop inside it
+  st.nm.config.SWRole = {false, true};  // the relay's commands are the verdict's, tested there
   st.StartAndRunFirstCycles();
   SiteState& s = st.nm.state;
   st.RunPeriods(1);
