@@ -37,6 +37,8 @@ struct Station {
   static std::vector<std::string> With(const TempDir& home, std::vector<std::string> environment) {
     environment.push_back("HOME=" + home.path());
     environment.push_back("XDG_CONFIG_HOME=" + home.File("config"));
+    // The offscreen platform wants a runtime folder, and warns without one.
+    environment.push_back("XDG_RUNTIME_DIR=" + home.path());
     return environment;
   }
   // Reads lines until one holds `text`; every line read is kept in `output`.

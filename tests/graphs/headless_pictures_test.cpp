@@ -24,7 +24,8 @@ TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
   std::string line;
   ASSERT_TRUE(box.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0) << line;
   test::WriteFile(dir.File("station.ini"), "[Communication]\nPortName=" + dir.File("ttyNBX") +
-                                               "\nRefreshPeriod=1\nTimeout=1\n[Window]\nGraphFreq=1\n");
+                                               "\nRefreshPeriod=1\nTimeout=1\n[Window]\nGraphFreq=1\nGraphImagePath=" +
+                                               dir.path() + "\n");
   // No display: the program goes offscreen by itself.
   ChildProcess station("/bin/sh",
                        {"-c", "cd '" + dir.path() + "' && exec '" NBX_NIMBOMETER_PATH
