@@ -12,6 +12,7 @@
 #include "device/device_constants.h"
 #include "device/serial_link.h"
 #include "safety/conditions.h"
+#include "safety/relay.h"
 #include "sensors/heater.h"
 #include "sensors/humidity_pressure.h"
 #include "sensors/raw_conversions.h"
@@ -265,13 +266,11 @@ void DispatchFrame(Nimbometer& nm, std::string_view frame, bool& endSeen) {
     }
     case 'X':
       s.Value_Switch = 2;
-      d.LblSwitch.Caption = "Closed";
-      d.LblSwitch.ForeColor = colours::Red;
+      ShowSwitchState(nm, 2);
       break;
     case 'Y':
       s.Value_Switch = 1;
-      d.LblSwitch.Caption = "Opened";
-      d.LblSwitch.ForeColor = colours::DarkGreen;
+      ShowSwitchState(nm, 1);
       break;
     case 'Q': {
       const std::optional<double> v = ParseNumber(data);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "core/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/status.h"
@@ -15,6 +16,7 @@
 #include "outputs/output_codes.h"
 #include "outputs/transfer_layout.h"
 #include "safety/alarms.h"
+#include "safety/relay.h"
 #include "sensors/raw_conversions.h"
 
 namespace nbx {
@@ -40,11 +42,6 @@ std::int32_t ToLong(double value) {
 }
 
 std::int32_t UnknownAtOnce(const Config& c) { return ToLong(c.UnknownRS232NoError + c.UnknownNoReading); }
-
-void ShowSwitchState(Display& d, std::int32_t state) {
-  if (state == 1) d.LblSwitch = {"Opened", colours::DarkGreen, d.LblSwitch.BackColor, d.LblSwitch.Visible};
-  if (state == 2) d.LblSwitch = {"Closed", colours::Red, d.LblSwitch.BackColor, d.LblSwitch.Visible};
-}
 
 // The communication alarm: once, while the box is checked, sounds are not
 // suspended and the sound dialog is not open. It is held against the safety
@@ -167,7 +164,7 @@ void TakeValues(Nimbometer& nm, const TransferRecord& r) {
   Assign(s.Value_Gust, speed(r.Gust));
 
   s.CycleLoaded = true;
-  ShowSwitchState(d, s.Value_Switch);
+  ShowSwitchState(nm, s.Value_Switch);
   d.LblHeating.Caption = r.HeatText;
   d.LblHeating.ForeColor = static_cast<Colour>(r.HeatColor);
 }
@@ -339,17 +336,20 @@ bool MasterIsGone(const Nimbometer& nm) {
          (nm.NowSerial() - *s.LastReading) * 86400.0 >= kStillSecondsOfAGoneMaster - 1e-6;
 }
 
+// As if the user typed the master's values into the controls: the Unknown
+// thresholds go through their change handling, so the third limits follow.
 void ReloadMasterConstants(Nimbometer& nm) {
   const TransferRecord& r = nm.state.TransferCopy;
   Config& c = nm.config;
+  ConfigEditor editor(nm);
   c.CloudTempK1 = r.CloudTempK1;
   c.CloudTempK2 = r.CloudTempK2;
   c.CloudTempK3 = r.CloudTempK3;
   c.CloudTempK4 = r.CloudTempK4;
   c.CloudTempK5 = r.CloudTempK5;
-  c.UnknowCloudGT = r.UnknowCloudGT;
-  c.UnknowRainLT = r.UnknowRainLT;
-  c.UnknownDayGT = r.UnknownDayGT;
+  editor.SetUnknowCloudGT(r.UnknowCloudGT);
+  editor.SetUnknowRainLT(r.UnknowRainLT);
+  editor.SetUnknownDayGT(r.UnknownDayGT);
   c.CloudTempK6 = r.CloudTempK6;
   c.CloudTempK7 = r.CloudTempK7;
 }
