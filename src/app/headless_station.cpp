@@ -59,7 +59,8 @@ bool HeadlessStation::Load() {
   storedPortName_ = nm.config.PortName;
   if (options_.simulate) {
     QString error;
-    const QString port = box_.Start({}, error);
+    // The rain plate answers the heater as a real one would.
+    const QString port = box_.Start({"platemodel=1"}, error);
     if (port.isEmpty()) {
       std::fprintf(stderr, "nimbometer: %s\n", qPrintable(error));
       return false;

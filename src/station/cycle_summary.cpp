@@ -6,6 +6,16 @@
 #include "sensors/raw_conversions.h"
 
 namespace nbx {
+namespace {
+
+std::string SpeedUnitLabel(const std::string& letter) {
+  if (letter == "M") return "mph";
+  if (letter == "m") return "m/s";
+  if (letter == "k") return "knot";
+  return "km/h";
+}
+
+}  // namespace
 
 std::string CycleSummary(const Nimbometer& nm) {
   const SiteState& s = nm.state;
@@ -23,7 +33,7 @@ std::string CycleSummary(const Nimbometer& nm) {
   if (s.PressurePresent == 1) line += "  pressure " + FormatNumber(s.Value_RelPressure, "0.0") + " hPa";
   if (s.IsWindPresent) {
     line += "  wind " + FormatNumber(s.Value_Wind, "0.0");
-    line += "  gust " + FormatNumber(s.Value_Gust, "0.0") + " " + c.UnitSpeedStr;
+    line += "  gust " + FormatNumber(s.Value_Gust, "0.0") + " " + SpeedUnitLabel(c.UnitSpeedStr);
   }
   line += "  rain " + FormatNumber(s.Value_Rain, "0");
   line += "  heater " + FormatNumber(s.Value_RainHeat, "0%");
