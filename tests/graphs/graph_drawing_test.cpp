@@ -100,7 +100,6 @@ std::vector<std::pair<int, int>> LabelRuns(const GraphSurface& surface) {
 }
 
 TEST(BandGraph, TimeLabelsThatWouldOverlapAreDropped) {
-  test::EnsureGuiApplication();
   GraphStation wide;
   wide.AddPoint(GraphKind::Rain, 3000);
   // All eleven labels of a 640-pixel picture fit, the last one ending short of the date.

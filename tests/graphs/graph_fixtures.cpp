@@ -1,23 +1,10 @@
 #include "graph_fixtures.h"
 
-#include <QGuiApplication>
-#include <cstdlib>
-
 #include "graphs/graph_routines.h"
 
 namespace nbx::test {
 
-void EnsureGuiApplication() {
-  if (QCoreApplication::instance()) return;
-  setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  static int argc = 1;
-  static char name[] = "graphs_tests";
-  static char* argv[] = {name, nullptr};
-  static QGuiApplication app(argc, argv);
-}
-
 GraphStation::GraphStation() {
-  EnsureGuiApplication();
   nm.io.pictures = &pictures;
 }
 

@@ -10,10 +10,6 @@
 
 namespace nbx::test {
 
-// Text on the pictures needs a GUI application: one for the whole test
-// program, on the offscreen platform.
-void EnsureGuiApplication();
-
 // A station on virtual time whose graphs are drawn on real QImages.
 struct GraphStation : SimStation {
   GraphStation();

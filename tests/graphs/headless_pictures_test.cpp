@@ -18,7 +18,6 @@ using test::ChildProcess;
 // a folder of its own: with no image folder set the pictures go into the
 // current one.
 TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
-  test::EnsureGuiApplication();
   test::TempDir dir;
   ChildProcess box(NBX_BOXSIM_PATH, {"--link", dir.File("ttyNBX"), "humidity=85", "rain=2600"});
   std::string line;
