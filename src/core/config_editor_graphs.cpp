@@ -26,9 +26,7 @@ void ConfigEditor::SetGraphGenerate(GraphKind kind, int value) {
   nm_.config.GraphGenerate[Index(kind)] = value;
 }
 
-void ConfigEditor::SetGraphImage(GraphKind kind, int value) {
-  nm_.config.GraphImage[Index(kind)] = value;
-}
+void ConfigEditor::SetGraphImage(GraphKind kind, int value) { nm_.config.GraphImage[Index(kind)] = value; }
 
 void ConfigEditor::SetGraphColour(GraphKind kind, int index, Colour colour) {
   const std::span<Colour> colours = GraphColours(nm_.config, kind);

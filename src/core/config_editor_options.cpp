@@ -42,9 +42,7 @@ void ConfigEditor::SetSWRole(int option) {
   if (ValidPair(option)) SetOption(nm_.config.SWRole, static_cast<std::size_t>(option), true);
 }
 
-void ConfigEditor::SetCalcWindAvg(double readings) {
-  nm_.config.CalcWindAvg = CalcWindAvgChange(readings);
-}
+void ConfigEditor::SetCalcWindAvg(double readings) { nm_.config.CalcWindAvg = CalcWindAvgChange(readings); }
 
 void ConfigEditor::SetCloudTempFactor(bool on) {
   nm_.config.CloudTempFactor = on;
