@@ -3,6 +3,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusServiceWatcher>
 #include <QStringList>
+#include <algorithm>
 
 #include "automation/dbus/bus_object.h"
 #include "automation/dbus/bus_values.h"
@@ -56,8 +57,9 @@ bool AutomationServer::Register(const QDBusConnection& connection, QString& erro
     return false;
   }
   registered_ = true;
-  watcher_ = std::make_unique<QDBusServiceWatcher>(QString(), connection_,
-                                                   QDBusServiceWatcher::WatchForUnregistration);
+  watcher_ = std::make_unique<QDBusServiceWatcher>();
+  watcher_->setConnection(connection_);
+  watcher_->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
   connect(watcher_.get(), &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& client) {
     automation_.ClientLeft(client.toStdString());
     WatchAttachedClients();
@@ -78,25 +80,26 @@ bool AutomationServer::Register(const QDBusConnection& connection, QString& erro
   return true;
 }
 
-// The watcher follows the clients that hold objects. A client that left
-// before its name was watched would never be seen leaving: it is released
-// at once.
+// The watcher follows the clients that hold objects, one name at a time:
+// setting the whole list anew would drop the watch of the others for a
+// moment, and a client leaving then would never be seen. A client that left
+// before its name was watched is released at once.
 void AutomationServer::WatchAttachedClients() {
   if (!watcher_) return;
-  const QStringList before = watcher_->watchedServices();
-  QStringList watched;
-  for (const std::string& name : automation_.AttachedClients()) {
+  const std::vector<std::string> attached = automation_.AttachedClients();
+  const auto isAttached = [&attached](const QString& client) {
+    return std::find(attached.begin(), attached.end(), client.toStdString()) != attached.end();
+  };
+  for (const QString& client : watcher_->watchedServices())
+    if (!isAttached(client)) watcher_->removeWatchedService(client);
+  for (const std::string& name : attached) {
     const QString client = QString::fromStdString(name);
-    if (!before.contains(client)) {
-      watcher_->addWatchedService(client);
-      if (!connection_.interface()->isServiceRegistered(client).value()) {
-        automation_.ClientLeft(name);
-        continue;
-      }
-    }
-    watched.append(client);
+    if (watcher_->watchedServices().contains(client)) continue;
+    watcher_->addWatchedService(client);
+    if (connection_.interface()->isServiceRegistered(client).value()) continue;
+    automation_.ClientLeft(name);
+    watcher_->removeWatchedService(client);
   }
-  if (watched != watcher_->watchedServices()) watcher_->setWatchedServices(watched);
 }
 
 }  // namespace nbx
