@@ -1,3 +1,6 @@
+#include <optional>
+#include <type_traits>
+
 #include "automation/member_builders.h"
 
 namespace nbx {

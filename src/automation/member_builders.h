@@ -30,7 +30,7 @@ Property Reading(std::string name, ValueType type, Read read, Blink blink = Blin
 // through the control's change handling. `T` is the value's type as clients
 // see it.
 template <typename T, typename Read, typename Write>
-Property Control(std::string name, ValueType type, Read read, Write write, Blink blink = Blink::Plain) {
+Property ControlMember(std::string name, ValueType type, Read read, Write write, Blink blink = Blink::Plain) {
   return {std::move(name), type, blink,
           [read](Automation& a) -> MemberValue { return static_cast<T>(read(a.nm.config)); },
           [write](Automation& a, const MemberValue& v) {
@@ -41,22 +41,22 @@ Property Control(std::string name, ValueType type, Read read, Write write, Blink
 
 template <typename Read, typename Write>
 Property DoubleControl(std::string name, Read read, Write write) {
-  return Control<double>(std::move(name), ValueType::Double, read, write);
+  return ControlMember<double>(std::move(name), ValueType::Double, read, write);
 }
 
 template <typename Read, typename Write>
 Property LongControl(std::string name, Read read, Write write) {
-  return Control<std::int32_t>(std::move(name), ValueType::Long, read, write);
+  return ControlMember<std::int32_t>(std::move(name), ValueType::Long, read, write);
 }
 
 template <typename Read, typename Write>
 Property IntegerControl(std::string name, Read read, Write write) {
-  return Control<std::int16_t>(std::move(name), ValueType::Integer, read, write);
+  return ControlMember<std::int16_t>(std::move(name), ValueType::Integer, read, write);
 }
 
 template <typename Read, typename Write>
 Property TextControl(std::string name, Read read, Write write) {
-  return Control<std::string>(std::move(name), ValueType::Text, read, write);
+  return ControlMember<std::string>(std::move(name), ValueType::Text, read, write);
 }
 
 // A Sub: runs and gives nothing back.

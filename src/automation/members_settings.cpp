@@ -100,7 +100,7 @@ void AddAlarmsAndSafeFlags(Interface& face) {
 
 void AddSkyFactorsAndUnknown(Interface& face) {
   auto& p = face.properties;
-  p.push_back(Control<bool>(
+  p.push_back(ControlMember<bool>(
       "TempFactorON", ValueType::Boolean, [](const Config& c) { return c.CloudTempFactor; },
       [](ConfigEditor& e, bool v) { e.SetCloudTempFactor(v); }));
   const std::array<double Config::*, 7> factors{
