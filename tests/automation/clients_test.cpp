@@ -144,5 +144,21 @@ TEST_F(AutomationClients, AClientThatTakesTheVerdictAloneDecidesItAcrossCycles) 
   EXPECT_FALSE(second.Get("Safe").toBool());
 }
 
+// A remote whose master has gone quiet: the link alarm waits while a client
+// holds the verdict, as the client drives the sounds.
+TEST(AutomationClientsOnARemote, TheLinkAlarmDoesNotStartWhileAClientHoldsTheVerdict) {
+  ServedStation station;
+  BusClient client;
+  ASSERT_TRUE(station.registered && client.Connected());
+  station.nm.config.NMRole = {false, true};
+  station.nm.config.AlarmCom = {1, "link.wav"};
+  client.Call("NBX_LocalControl", {true, QStringLiteral("Dome control")});
+  station.st.StartAndRunFirstCycles();
+  EXPECT_EQ(station.sound.playing, "");
+  client.Call("NBX_LocalControl", {false, QString()});
+  station.st.RunPeriods(1);
+  EXPECT_EQ(station.sound.playing, "link.wav");
+}
+
 }  // namespace
 }  // namespace nbx
