@@ -16,6 +16,8 @@ packages=(
   fonts-dejavu-core
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev dbus dbus-x11 python3
+  # gdbus, the foreign client of the automation tests
+  libglib2.0-bin
 )
 
 missing=()

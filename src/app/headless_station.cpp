@@ -90,8 +90,16 @@ int HeadlessStation::Run() {
 
 // There is no window, so its place in the store stays as it was. The port of
 // the simulated box lived for this run only: the stored port is written back.
+// While automation clients are attached the window could not unload: the
+// station stops, but the settings are not saved.
 void HeadlessStation::Unload() {
   Nimbometer& nm = station_.nm();
+  if (nm.state.COMNoUsers != 0) {
+    std::fprintf(stderr,
+                 "nimbometer: %d automation client(s) attached: stopped without saving the settings\n",
+                 nm.state.COMNoUsers);
+    return;
+  }
   nm.config.PortName = storedPortName_;
   UnloadContext context;
   context.decimalSeparator = DecimalSeparator();

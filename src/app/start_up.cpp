@@ -1,11 +1,14 @@
 #include "app/start_up.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QVersionNumber>
+#include <cstdio>
 #include <string>
 
 #include "app/headless_station.h"
 #include "app/single_instance.h"
+#include "automation/dbus/automation_server.h"
 #include "config/program_start.h"
 #include "outputs/data_outputs.h"
 #include "station/freeimage_runtime.h"
@@ -60,6 +63,11 @@ int RunProgram(const ProgramOptions& options) {
   Record_DebugInfo(nm, "Sub main4");
 
   CheckImageLibrary(nm, versionText);
+  // Another station may hold the object's name: this one runs on without it.
+  AutomationServer automation(nm);
+  QString busError;
+  if (!automation.Register(QDBusConnection::sessionBus(), busError))
+    std::fprintf(stderr, "nimbometer: automation object not offered: %s\n", qPrintable(busError));
   return headless.Run();
 }
 

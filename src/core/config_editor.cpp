@@ -87,6 +87,17 @@ void ConfigEditor::SetAlarmSound(Family family, int index, const std::string& fi
   if (entry.Tag.empty()) entry.Value = 0;
 }
 
+void ConfigEditor::SetSwatchColour(Family family, int index, Colour colour) {
+  if (!ValidIndex(index)) return;
+  SwatchesOf(nm_.config, family)[Slot(index)].BackColor = colour;
+}
+
+void ConfigEditor::SetDescription(Family family, int index, const std::string& caption) {
+  if (!ValidIndex(index)) return;
+  SwatchesOf(nm_.config, family)[Slot(index)].Caption = caption;
+  CheckBoxesOf(nm_.display, family)[Slot(index)].Caption = caption;
+}
+
 void ConfigEditor::SetSuspendSoundAlarm(int value) {
   const bool turnedOn = value == 1 && nm_.config.SuspendSoundAlarm != 1;
   nm_.config.SuspendSoundAlarm = value;

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/config.h"
 #include "safety/conditions.h"
 
 namespace nbx {
@@ -41,6 +42,54 @@ class ConfigEditor {
   void SetAlarmSound(Family family, int index, const std::string& file);
   // Turning the suspension on silences what sounds, the link alarm included.
   void SetSuspendSoundAlarm(int value);
+
+  // --- Class words and colours of a family's swatches; the check boxes of
+  // the "Unsafe" tab carry the same words
+  void SetSwatchColour(Family family, int index, Colour colour);
+  void SetDescription(Family family, int index, const std::string& caption);
+
+  // --- Units (config_editor_units.cpp): option 0..3 of UnitsSpeed (km/h,
+  // mph, m/s, knot) or 0..1 of UnitsTemp (C, F). Choosing another unit
+  // converts what is held in the old one; choosing the present one does
+  // nothing.
+  void SetUnitsSpeed(int option);
+  void SetUnitsTemp(int option);
+
+  // --- Cycle, data file, delays and relay (config_editor_options.cpp)
+  // Seconds between cycles, 10..60; a new value takes effect at the next Start.
+  void SetRefreshPeriod(double seconds);
+  void SetSaveFreq(double readings);
+  void SetFileName(const std::string& name);
+  void SetDataFolder(const std::string& folder);
+  void SetLastReadOnly(int value);
+  void SetSafeDelayVal(double seconds);
+  void SetCloudAlarmDelay(double seconds);
+  // The relay option: 0 the verdict drives the relay, 1 it does not.
+  void SetSWRole(int option);
+
+  // --- Sensors (config_editor_options.cpp)
+  void SetCalcWindAvg(double readings);
+  void SetCloudTempFactor(bool on);
+  // Coefficient K1..K7 of the sky correction, as typed: no clamp.
+  void SetCloudTempK(int k, double value);
+  void SetHeatTemp(int index, double value);
+  void SetHeatDelta(int index, double value);
+  void SetHeatImpTemp(double value);
+  void SetHeatImpDuration(double value);
+  void SetHeatImpCycle(double value);
+
+  // --- Graphs (config_editor_graphs.cpp)
+  void SetGraphFreq(double readings);
+  // A new number of points empties every graph.
+  void SetGraphNoPoints(double points);
+  void SetGraphGenerate(GraphKind kind, int value);
+  void SetGraphImage(GraphKind kind, int value);
+  // Colour `index` of a graph: 0 the axes, 1 the curve, 2 the temperature
+  // graph's background.
+  void SetGraphColour(GraphKind kind, int index, Colour colour);
+  void SetGraphImagePath(const std::string& folder);
+  void SetGraphTempMax(double value);
+  void SetGraphTempMin(double value);
 
  private:
   Nimbometer& nm_;

@@ -102,6 +102,13 @@ struct Display {
   Label COMPeriod;
   Label ControlOwner{"NBX_Meteodesk has control"};  // Label3(22) under the "Unsafe" tab
 
+  // --- Menus of the window and of the notification icon, and the Close item
+  // of the system menu: while clients are attached the station can be
+  // neither stopped nor closed from them
+  Control mnuStart, mnuStop{false, true}, mnuExit, mPopStart, mPopStop{false, true}, mPopExit;
+  Control mSep0, mSep1, mPopRestore{true, false}, mPopMinimize, CloseItem;
+  bool WindowMinimized = false;
+
   // --- Buttons and frames that logic shows or hides
   Control ButtSTART;
   Control ButtStop{false, true};

@@ -171,6 +171,8 @@ void StopAction(Nimbometer& nm) {
   if (nm.IsMaster() && nm.io.link->IsOpen())
     QueueCommand(nm, HeaterCommand(nm.config.HeatOffValue / 100.0));
   nm.state.IsRunning = false;
+  // A tick's work still to come would open the port again.
+  nm.io.timers->Disarm(TimerId::Graph);
   AlarmStop(nm);
   nm.io.timers->Arm(TimerId::Stop, 10);
 }

@@ -44,12 +44,14 @@ std::int32_t ToLong(double value) {
 std::int32_t UnknownAtOnce(const Config& c) { return ToLong(c.UnknownRS232NoError + c.UnknownNoReading); }
 
 // The communication alarm: once, while the box is checked, sounds are not
-// suspended and the sound dialog is not open. It is held against the safety
-// step, which would otherwise stop it at the next safe verdict.
+// suspended, the sound dialog is not open and no automation client holds the
+// verdict (it drives the sounds itself). It is held against the safety step,
+// which would otherwise stop it at the next safe verdict.
 void StartCommAlarm(Nimbometer& nm) {
   SiteState& s = nm.state;
   const Config& c = nm.config;
-  if (c.AlarmCom.Value == 1 && c.SuspendSoundAlarm == 0 && !s.RemoteCommAlarmOn && !s.AlarmWindowON) {
+  if (c.AlarmCom.Value == 1 && c.SuspendSoundAlarm == 0 && !s.RemoteCommAlarmOn && !s.AlarmWindowON &&
+      !s.LocalControl) {
     AlarmStart(nm, c.AlarmCom.Tag);
     s.RemoteCommAlarmOn = true;
     s.AlarmHeld = true;

@@ -66,6 +66,10 @@ inline std::array<std::int32_t, 3>& ChecksOf(Config& c, Family f) {
   return c.CheckPressure;
 }
 
+inline const std::array<std::int32_t, 3>& ChecksOf(const Config& c, Family f) {
+  return ChecksOf(const_cast<Config&>(c), f);
+}
+
 inline std::array<AlarmEntry, 3>& AlarmsOf(Config& c, Family f) {
   switch (f) {
     case Family::Cloud: return c.AlarmCloud;
@@ -76,6 +80,10 @@ inline std::array<AlarmEntry, 3>& AlarmsOf(Config& c, Family f) {
     case Family::Pressure: break;
   }
   return c.AlarmPressure;
+}
+
+inline const std::array<AlarmEntry, 3>& AlarmsOf(const Config& c, Family f) {
+  return AlarmsOf(const_cast<Config&>(c), f);
 }
 
 inline std::array<double, 3>& LimitsOf(Config& c, Family f) {
@@ -92,6 +100,19 @@ inline std::array<double, 3>& LimitsOf(Config& c, Family f) {
 
 inline const std::array<double, 3>& LimitsOf(const Config& c, Family f) {
   return LimitsOf(const_cast<Config&>(c), f);
+}
+
+// The check boxes of the "Unsafe" tab, whose captions are the class words.
+inline std::array<Label, 3>& CheckBoxesOf(Display& d, Family f) {
+  switch (f) {
+    case Family::Cloud: return d.CheckCloud;
+    case Family::Rain: return d.CheckRain;
+    case Family::Wind: return d.CheckWind;
+    case Family::Day: return d.CheckDay;
+    case Family::Humidity: return d.CheckHumidity;
+    case Family::Pressure: break;
+  }
+  return d.CheckPressure;
 }
 
 inline UnsafeBlock& UnsafeBlockOf(Display& d, Family f) {

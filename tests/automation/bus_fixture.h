@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QString>
+#include <QVariant>
+#include <functional>
+
+#include "automation/dbus/automation_server.h"
+#include "safety/sound_player.h"
+#include "support/sim_station.h"
+
+namespace nbx::test {
+
+// The folder of the per-user settings of every program during the tests.
+std::string ConfigHome();
+
+// Lets the event loop run until `done` or `maxMs` has passed.
+bool WaitUntil(const std::function<bool()>& done, int maxMs = 10000);
+
+// A program on the bus with a connection of its own, calling the automation
+// object as any client would. The object answers on the same thread, so each
+// call is sent and the event loop runs until the reply is in.
+class BusClient {
+ public:
+  BusClient();
+  ~BusClient();
+  BusClient(const BusClient&) = delete;
+  BusClient& operator=(const BusClient&) = delete;
+
+  bool Connected() const { return connection_.isConnected(); }
+  QString UniqueName() const { return connection_.baseService(); }
+
+  // A method of the class, or of `interface` on `path`.
+  QDBusMessage Call(const QString& member, const QVariantList& args = {});
+  QDBusMessage CallOn(const QString& path, const QString& interface, const QString& member,
+                      const QVariantList& args = {});
+  // A property's value; an invalid QVariant when the call failed.
+  QVariant Get(const QString& property, const QString& path = QStringLiteral("/Nimbometer"),
+               const QString& interface = QStringLiteral("NBX_Nimbometer.Nimbometer"));
+  QDBusMessage Set(const QString& property, const QVariant& value);
+  // Leaves the bus, as a program that ends without releasing its objects.
+  void Leave();
+
+ private:
+  QString name_;
+  QDBusConnection connection_;
+};
+
+class FakeSound : public SoundPlayer {
+ public:
+  bool Play(const std::string& file, bool) override {
+    playing = file;
+    return true;
+  }
+  void Stop() override { playing.clear(); }
+  bool IsPlaying() const override { return !playing.empty(); }
+  std::string playing;
+};
+
+// A simulated station on virtual time whose automation object is on the
+// bus, on a connection of its own, under the well-known name.
+class ServedStation {
+ public:
+  ServedStation();
+  ~ServedStation();
+
+  SimStation st;
+  FakeSound sound;
+  Nimbometer& nm = st.nm;
+  AutomationServer server{st.nm};
+  QString registerError;
+  bool registered = false;
+
+ private:
+  QString connectionName_;
+};
+
+}  // namespace nbx::test

@@ -1,0 +1,164 @@
+// Clients of the object: how they are counted, who may stop the box, the
+// activity panel, and a client that takes over the verdict.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "bus_fixture.h"
+
+namespace nbx {
+namespace {
+
+using test::BusClient;
+using test::ServedStation;
+using test::WaitUntil;
+
+class AutomationClients : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(station.registered) << station.registerError.toStdString();
+    ASSERT_TRUE(first.Connected() && second.Connected()) << "no session bus: run inside dbus-run-session";
+    station.st.StartAndRunFirstCycles();
+  }
+  ServedStation station;
+  BusClient first, second;
+  SiteState& s = station.nm.state;
+  Display& d = station.nm.display;
+};
+
+TEST_F(AutomationClients, TheLastClientAloneStopsTheBoxAndTheWindowFollowsTheCount) {
+  first.Call("Attach");
+  second.Call("Attach");
+  EXPECT_EQ(first.Get("NBX_TotalNoUsers").toInt(), 2);
+  EXPECT_EQ(d.LblUsers.Caption, "Attached Users: 2");
+  EXPECT_TRUE(d.FrameCOM.Visible);
+  EXPECT_FALSE(d.ButtStop.Visible);
+  EXPECT_FALSE(d.CloseItem.Enabled);
+  EXPECT_FALSE(d.mnuStop.Visible || d.mnuExit.Visible || d.mPopExit.Visible);
+
+  first.Call("NBX_DeviceStop");
+  station.st.RunPeriods(1);
+  EXPECT_TRUE(first.Get("DeviceIsRunning").toBool());
+  first.Call("Detach");
+  EXPECT_EQ(s.COMNoUsers, 1);
+  // Right after the period's tick, before the cycle's work has begun.
+  second.Call("NBX_DeviceStop");
+  station.st.RunPeriods(1);
+  EXPECT_FALSE(second.Get("DeviceIsRunning").toBool());
+
+  second.Call("Detach");
+  EXPECT_EQ(d.LblUsers.Caption, "Attached Users: 0");
+  EXPECT_FALSE(d.FrameCOM.Visible);
+  EXPECT_TRUE(d.ButtStop.Visible);
+  EXPECT_TRUE(d.CloseItem.Enabled);
+  EXPECT_TRUE(d.mnuStart.Visible && d.mnuExit.Visible);
+  // A client starts the box again; the Stop button stays away.
+  second.Call("Device_Start");
+  station.st.RunPeriods(1);
+  EXPECT_TRUE(s.IsRunning);
+  EXPECT_FALSE(d.ButtStop.Visible);
+}
+
+TEST_F(AutomationClients, ClientsThatLeaveWithoutDetachAreReleased) {
+  first.Call("Attach");
+  first.Call("Attach");
+  second.Call("Attach");
+  std::vector<std::unique_ptr<BusClient>> crowd;
+  for (int i = 0; i < 12; ++i) {
+    crowd.push_back(std::make_unique<BusClient>());
+    crowd.back()->Call("Attach");
+  }
+  EXPECT_EQ(s.COMNoUsers, 15);
+  first.Leave();
+  EXPECT_TRUE(WaitUntil([&] { return s.COMNoUsers == 13; })) << s.COMNoUsers;
+  crowd.clear();
+  EXPECT_TRUE(WaitUntil([&] { return s.COMNoUsers == 1; })) << s.COMNoUsers;
+  EXPECT_EQ(d.LblUsers.Caption, "Attached Users: 1");
+  // Leaving does not stop the box.
+  EXPECT_TRUE(s.IsRunning);
+  second.Call("Detach");
+  EXPECT_EQ(s.COMNoUsers, 0);
+}
+
+TEST_F(AutomationClients, TheActivityPanelCountsCallsAndFlipsItsLamps) {
+  first.Call("Attach");
+  EXPECT_EQ(d.COMCalls.Caption, " ");
+  s.ClientCallCount = 9998;
+  first.Call("BlinkLEDCOM");
+  EXPECT_EQ(d.COMCalls.Caption, "9999");
+  const Colour lampBefore = d.LEDCOM[0].FillColor;
+  first.Get("Safe");
+  EXPECT_EQ(d.COMCalls.Caption, "0");
+  EXPECT_NE(d.LEDCOM[0].FillColor, lampBefore);
+  EXPECT_EQ((std::set<Colour>{d.LEDCOM[0].FillColor, d.LEDCOM[1].FillColor}),
+            (std::set<Colour>{colours::LampGrey, 0x80FFFF}));
+  // Silent members leave the count alone; the timed polls show the period.
+  first.Get("NBX_SafeDelayMsg");
+  first.Call("NBX_GraphArrayFirstElem", {1});
+  EXPECT_EQ(d.COMCalls.Caption, "0");
+  EXPECT_EQ(d.COMPeriod.Caption, " ");
+  station.st.time.RunFor(42000);
+  first.Get("Condition_Sky");
+  EXPECT_EQ(d.COMPeriod.Caption, "42s");
+  EXPECT_EQ(d.COMCalls.Caption, "1");
+}
+
+TEST_F(AutomationClients, AClientThatTakesTheVerdictAloneDecidesItAcrossCycles) {
+  station.st.box.readings.rainFrequency = 3300;  // dry
+  station.st.RunPeriods(1);
+  ASSERT_TRUE(first.Get("Safe").toBool());
+  station.sound.playing = "siren.wav";
+  d.SafeDelayMsg.Caption = "SAFE condition delayed by 5 s";
+
+  first.Call("Attach");
+  first.Call("NBX_LocalControl", {true, QStringLiteral("Dome control has the verdict")});
+  EXPECT_EQ(d.ControlOwner.Caption, "Dome control has the verdict");
+  EXPECT_FALSE(d.Frame3.Visible);
+  EXPECT_EQ(d.SafeDelayMsg.Caption, "");
+  EXPECT_EQ(station.sound.playing, "");
+  EXPECT_TRUE(station.nm.state.LocalControl);
+
+  first.Call("SetUnSafe", {true});
+  station.st.RunPeriods(3);
+  EXPECT_FALSE(first.Get("Safe").toBool());
+  EXPECT_EQ(d.LblStatus.Caption, "Unsafe");
+  station.st.box.readings.rainFrequency = 2000;  // raining
+  first.Call("SetUnSafe", {false});
+  station.st.RunPeriods(3);
+  EXPECT_EQ(first.Get("Condition_Rain").toInt(), 3);
+  EXPECT_TRUE(first.Get("Safe").toBool());
+
+  // Gone without a word: the verdict stays where the client left it.
+  first.Leave();
+  EXPECT_TRUE(WaitUntil([&] { return s.COMNoUsers == 0; }));
+  station.st.RunPeriods(2);
+  EXPECT_TRUE(s.LocalControl);
+  EXPECT_TRUE(second.Get("Safe").toBool());
+
+  second.Call("NBX_LocalControl", {false, QString()});
+  EXPECT_TRUE(d.Frame3.Visible);
+  station.st.RunPeriods(1);
+  EXPECT_FALSE(second.Get("Safe").toBool());
+}
+
+// A remote whose master has gone quiet: the link alarm waits while a client
+// holds the verdict, as the client drives the sounds.
+TEST(AutomationClientsOnARemote, TheLinkAlarmDoesNotStartWhileAClientHoldsTheVerdict) {
+  ServedStation station;
+  BusClient client;
+  ASSERT_TRUE(station.registered && client.Connected());
+  station.nm.config.NMRole = {false, true};
+  station.nm.config.AlarmCom = {1, "link.wav"};
+  client.Call("NBX_LocalControl", {true, QStringLiteral("Dome control")});
+  station.st.StartAndRunFirstCycles();
+  EXPECT_EQ(station.sound.playing, "");
+  client.Call("NBX_LocalControl", {false, QString()});
+  station.st.RunPeriods(1);
+  EXPECT_EQ(station.sound.playing, "link.wav");
+}
+
+}  // namespace
+}  // namespace nbx
