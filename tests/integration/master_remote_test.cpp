@@ -60,6 +60,8 @@ TEST(MasterAndRemote, TheRemoteFollowsTheMasterAndNoticesWhenItStops) {
   test::WriteFile(dir.File("master.ini"),
                   "[Communication]\nPortName=" + link + "\nRefreshPeriod=1\nTimeout=1\n"
                   "[Window]\nPathName=" + dir.File("master") + "\nFileName=night\nAutoStartRecording=1\n"
+                  // A wind mean of one reading: the mean does not move from cycle to cycle.
+                  "AvgWindCalc=1\n"
                   "[COMMFile]\nNMRole0=True\nNMRole1=False\nNetFilePath=" + dir.File("share") +
                   "\nNetFileName=NBX_NMNetData.dat\nFileNameCCDAP4=NBX_SLD.dat\nPathNameCCDAP4=" +
                   dir.File("master") + "\n");
