@@ -21,4 +21,18 @@ void DrawSignature(SurfacePainter& p, int right, int top) {
              top + p.TextHeight(signature), TextRightAligned);
 }
 
+void DrawCurve(SurfacePainter& painter, const GraphRing& ring, std::int32_t first, std::int32_t last,
+               const std::function<QPoint(const GraphPoint&)>& at) {
+  WalkRing(
+      ring, first, last,
+      [&](const GraphPoint& point) {
+        const QPoint xy = at(point);
+        painter.MoveTo(xy.x(), xy.y());
+      },
+      [&](const GraphPoint& point) {
+        const QPoint xy = at(point);
+        painter.LineTo(xy.x(), xy.y());
+      });
+}
+
 }  // namespace nbx

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QPoint>
+#include <functional>
+
 #include "graphs/drawing/graph_surface.h"
+#include "graphs/graph_ring.h"
 #include "graphs/graph_scale.h"
 
 namespace nbx {
@@ -13,5 +17,10 @@ void DrawTimeAxis(SurfacePainter& painter, const TimeRange& range, int left, int
 
 // "NBX_Nimbometer " in the top right corner, in the painter's font.
 void DrawSignature(SurfacePainter& painter, int right, int top);
+
+// The curve from the point `first` through `last`, in the painter's pen,
+// each point placed by `at`.
+void DrawCurve(SurfacePainter& painter, const GraphRing& ring, std::int32_t first, std::int32_t last,
+               const std::function<QPoint(const GraphPoint&)>& at);
 
 }  // namespace nbx

@@ -56,16 +56,7 @@ void DrawBandGraph(GraphSurface& surface, const BandGraph& g) {
     return QPoint(ToPixel(range.X(point.Time, left, right)),
                   ToPixel(MapBandValue(rises, g.limits, point.Value, top, bottom).y));
   };
-  WalkRing(
-      ring, g.first, g.last,
-      [&](const GraphPoint& point) {
-        const QPoint xy = at(point);
-        p.MoveTo(xy.x(), xy.y());
-      },
-      [&](const GraphPoint& point) {
-        const QPoint xy = at(point);
-        p.LineTo(xy.x(), xy.y());
-      });
+  DrawCurve(p, ring, g.first, g.last, at);
 }
 
 }  // namespace nbx

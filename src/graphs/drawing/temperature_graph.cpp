@@ -55,16 +55,7 @@ void DrawTemperatureGraph(GraphSurface& surface, const TemperatureGraph& g) {
     return QPoint(ToPixel(range.X(point.Time, left, right)),
                   ToPixel(MapTemperatureValue(point.Value, g.min, g.max, top, Yb)));
   };
-  WalkRing(
-      ring, g.first, g.last,
-      [&](const GraphPoint& point) {
-        const QPoint xy = at(point);
-        p.MoveTo(xy.x(), xy.y());
-      },
-      [&](const GraphPoint& point) {
-        const QPoint xy = at(point);
-        p.LineTo(xy.x(), xy.y());
-      });
+  DrawCurve(p, ring, g.first, g.last, at);
 }
 
 }  // namespace nbx
