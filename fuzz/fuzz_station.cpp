@@ -44,6 +44,17 @@ void CheckCycleResult(const Nimbometer& nm) {
           "the transfer record keeps its width");
 }
 
+namespace {
+
+std::string ownScratchFolder;
+
+void RemoveOwnScratchFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(ownScratchFolder, ignored);
+}
+
+}  // namespace
+
 const std::string& ScratchFolder() {
   static const std::string folder = [] {
     namespace fs = std::filesystem;
@@ -53,6 +64,9 @@ const std::string& ScratchFolder() {
     }
     std::string pattern = (fs::temp_directory_path() / "nbx-fuzz-XXXXXX").string();
     Require(mkdtemp(pattern.data()) != nullptr, "a scratch folder can be made");
+    // A folder of its own making goes when the process ends normally.
+    ownScratchFolder = pattern;
+    std::atexit(RemoveOwnScratchFolder);
     return pattern;
   }();
   return folder;

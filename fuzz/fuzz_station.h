@@ -24,7 +24,8 @@ void CheckCycleResult(const Nimbometer& nm);
 
 // This process's own folder for the files a station writes while fuzzed:
 // NBX_FUZZ_SCRATCH when it is set, otherwise a fresh folder under the
-// system's temporary folder. Created at first use.
+// system's temporary folder, removed when the process ends. Created at
+// first use.
 const std::string& ScratchFolder();
 
 // Writes `bytes` to the file, replacing it.

@@ -164,12 +164,16 @@ void SettingConversionSeeds() {
 }
 
 void SettingsLoadSeeds() {
-  FuzzStation fresh;
+  // A fresh installation, whose folders are the user's documents folder.
+  Nimbometer fresh;
+  Config& c = fresh.config;
+  c.LblPathName = c.LblPathNameCCDAP4 = c.NetPathMaster = c.NetPathRemote = c.GraphImagePath =
+      "/home/observer/Documents";
   MemorySettings store;
-  UnloadSettings(store, fresh.nm, {'.', false});
+  UnloadSettings(store, fresh, {'.', false});
   Seed("settings_load", "fresh", WriteStoreText(store, '.'));
   MemorySettings comma;
-  UnloadSettings(comma, fresh.nm, {',', false});
+  UnloadSettings(comma, fresh, {',', false});
   Seed("settings_load", "fresh-comma", WriteStoreText(comma, ','));
   // A remote, and values that are no values.
   store.values[{"COMMFile", "NMRole0"}] = "False";
