@@ -4,6 +4,7 @@
 # fixed seed.
 #   scripts/fuzz.sh                    every target for 10 seconds
 #   scripts/fuzz.sh -t 600 [TARGET..]  longer, or only the targets named
+#   scripts/fuzz.sh -q -t 5            a quicker build (-O0) for short runs, as CI
 # Inputs the run finds go to build-fuzz/fuzz-runs/<target>/corpus, and an
 # input that fails to build-fuzz/fuzz-runs/<target>/findings; the committed
 # corpus is only read. A finding fails the script.
@@ -11,10 +12,12 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=10
-while getopts "t:" option; do
+optimise=-O1
+while getopts "t:q" option; do
   case "$option" in
     t) seconds="$OPTARG" ;;
-    *) echo "usage: $0 [-t SECONDS] [TARGET...]" >&2; exit 2 ;;
+    q) optimise=-O0 ;;
+    *) echo "usage: $0 [-q] [-t SECONDS] [TARGET...]" >&2; exit 2 ;;
   esac
 done
 shift $((OPTIND - 1))
@@ -29,7 +32,7 @@ scripts/install-deps.sh
 build="${NBX_FUZZ_BUILD:-build-fuzz}"
 cmake -S . -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DNBX_FUZZ=ON \
   -DNBX_BUILD_TESTS=OFF -DNBX_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only" >/dev/null
+  -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="$optimise -gline-tables-only" >/dev/null
 cmake --build "$build" -j "$(nproc)" --target nbx_fuzz
 
 # The stations under test write their data files on every run: a folder in
