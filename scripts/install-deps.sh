@@ -6,6 +6,8 @@ set -euo pipefail
 packages=(
   # build
   cmake ninja-build g++ clang pkg-config
+  # clang's runtimes of libFuzzer and the sanitizers, for the fuzz targets
+  libclang-rt-dev
   # Qt: event loop, serial port, settings, drawing, automation over D-Bus, sound
   qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
   # the media player's decoders and sound output, without which no alarm sounds

@@ -114,7 +114,8 @@ double DoubleFromSetting(std::string_view text, double defaultValue) {
   }
   if (separatorPosition != 0)
     accumulator /= std::pow(10.0, static_cast<double>(t.size() - separatorPosition));
-  return accumulator;
+  // Some three hundred digits overflow the accumulator or its divisor.
+  return std::isfinite(accumulator) ? accumulator : defaultValue;
 }
 
 double NumberFromText(std::string_view text, double defaultValue, char decimalSeparator) {

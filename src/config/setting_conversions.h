@@ -30,7 +30,8 @@ std::int32_t LongFromSetting(std::string_view text, std::int32_t defaultValue,
 // shifts into an accumulator, a "," or a "." marks where the fraction begins
 // (the last one counts), and the accumulator is divided by ten to the number
 // of characters behind it. There is no sign. A character that is neither a
-// digit nor a separator makes the text no number, which gives the default.
+// digit nor a separator makes the text no number, which gives the default;
+// so do more digits than a double holds.
 double DoubleFromSetting(std::string_view text, double defaultValue);
 
 // The plain conversions of the other keys, as the machine's locale reads

@@ -88,9 +88,10 @@ void RoundToDecimals(double magnitude, int decimals, std::string& integerDigits,
 }  // namespace
 
 std::string FormatNumber(double value, std::string_view patternText, char decimalSeparator) {
-  if (!std::isfinite(value)) return {};
   const Pattern p = ParsePattern(patternText);
+  // A percentage of the largest values is no longer finite.
   if (p.percent) value *= 100.0;
+  if (!std::isfinite(value)) return {};
   const bool negative = std::signbit(value) && value != 0.0;
   std::string integerDigits, fractionDigits;
   RoundToDecimals(std::fabs(value), p.requiredDecimals + p.optionalDecimals, integerDigits,

@@ -19,7 +19,8 @@ namespace nbx {
 // Rounding is half away from zero on the value's 15 significant digits, so
 // 2.5 gives "3" and 1.005 with "0.00" gives "1.01". A negative value that
 // rounds to zero keeps its sign ("-0.0"), as the format engine of the data
-// files' readers does. A value that is not finite gives the empty text.
+// files' readers does. A value that is not finite, or whose percentage is
+// not, gives the empty text.
 std::string FormatNumber(double value, std::string_view pattern, char decimalSeparator = '.');
 
 // Rounds to the nearest whole number, ties to the even one (2.5 -> 2, 3.5 -> 4).

@@ -171,7 +171,8 @@ void StopAction(Nimbometer& nm) {
   if (nm.IsMaster() && nm.io.link->IsOpen())
     QueueCommand(nm, HeaterCommand(nm.config.HeatOffValue / 100.0));
   nm.state.IsRunning = false;
-  // A tick's work still to come would open the port again.
+  // A tick's work still pending would find the station not running and open
+  // the port again, as a Start does; the Stop tick drops one armed meanwhile.
   nm.io.timers->Disarm(TimerId::Graph);
   AlarmStop(nm);
   nm.io.timers->Arm(TimerId::Stop, 10);
@@ -190,7 +191,7 @@ void Stop_Device(Nimbometer& nm) {
 void TimerStopTick(Nimbometer& nm) {
   SiteState& s = nm.state;
   Display& d = nm.display;
-  for (TimerId id : {TimerId::Stop, TimerId::RS232Timeout, TimerId::CommOn})
+  for (TimerId id : {TimerId::Stop, TimerId::RS232Timeout, TimerId::CommOn, TimerId::Graph})
     nm.io.timers->Disarm(id);
   AlarmStop(nm);
   // Stopped in the middle of a reply, the heater's resting command may still

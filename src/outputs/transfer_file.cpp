@@ -66,6 +66,13 @@ void StopCommAlarm(Nimbometer& nm) {
 
 enum class ReadOutcome { Read, Failed, Stopped };
 
+// The dates the file's date type holds: the years 100 to 9999.
+bool IsSerialDate(double value) {
+  static const double first = ToSerialDate({100, 1, 1, 0, 0, 0, 0});
+  static const double last = ToSerialDate({9999, 12, 31, 23, 59, 59, 0});
+  return std::isfinite(value) && value >= first && value <= last;
+}
+
 ReadOutcome ReadRecordFile(Nimbometer& nm, TransferRecord& record) {
   const SiteState& s = nm.state;
   const std::string path = TransferFilePath(nm);
@@ -84,6 +91,9 @@ ReadOutcome ReadRecordFile(Nimbometer& nm, TransferRecord& record) {
   // A short file is a failed read; a longer one is read for its first record.
   std::optional<TransferRecord> decoded = DecodeTransferRecord(*bytes);
   if (!decoded) return ReadOutcome::Failed;
+  // Without the date of its reading a record cannot be judged by its age,
+  // nor seen to stand still: it is as damaged as a short one.
+  if (!IsSerialDate(decoded->LastReading)) return ReadOutcome::Failed;
   record = *decoded;
   return ReadOutcome::Read;
 }

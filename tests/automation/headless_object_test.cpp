@@ -203,7 +203,7 @@ TEST(HeadlessObject, AClientsCallStartsTheStationThroughTheActivationFile) {
   std::filesystem::create_directories(dir.File("services"));
   test::WriteFile(dir.File("config/NBX_Nimbometer/NBX_Nimbometer.ini"), SettingsFor(box.link, dir.path()));
   std::string service = test::ReadFile(NBX_SERVICE_TEMPLATE);
-  service = std::regex_replace(service, std::regex("@NBX_INSTALL_BINDIR@/nimbometer"), NBX_NIMBOMETER_PATH);
+  service = std::regex_replace(service, std::regex("@NBX_INSTALLED_PROGRAM@"), NBX_NIMBOMETER_PATH);
   ASSERT_NE(service.find("Name=NBX_Nimbometer.Nimbometer\n"), std::string::npos);
   test::WriteFile(dir.File("services/NBX_Nimbometer.Nimbometer.service"), service);
   test::WriteFile(

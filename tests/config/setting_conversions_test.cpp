@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "config/setting_conversions.h"
 
 namespace nbx {
@@ -31,6 +33,9 @@ TEST(DoubleFromSetting, SameNumberUnderEveryLocaleWithoutSign) {
   // Blank text, a sign, a letter, an inner blank: the default.
   for (const char* text : {"", "  ", "-5", "+5", "19.6a", "1 9", "1e3"})
     EXPECT_DOUBLE_EQ(DoubleFromSetting(text, 7.5), 7.5) << text;
+  // Digits beyond what a double holds: the default, never an infinity or no number.
+  EXPECT_DOUBLE_EQ(DoubleFromSetting(std::string(400, '7'), 7.5), 7.5);
+  EXPECT_DOUBLE_EQ(DoubleFromSetting("1." + std::string(400, '0'), 7.5), 7.5);
 }
 
 TEST(IntAndLongFromSetting, BlankGivesDefaultAndTheRestThePlainConversion) {

@@ -31,6 +31,7 @@ TEST(FormatNumber, DecimalSeparatorOfTheLocaleAndNonFiniteValues) {
   EXPECT_EQ(FormatNumber(12, "0", ','), "12");
   EXPECT_EQ(FormatNumber(0.0 / 0.0, "0.0"), "");
   EXPECT_EQ(FormatNumber(1.0 / 0.0, "0"), "");
+  EXPECT_EQ(FormatNumber(-1.5e308, "0%"), "");  // finite, but not as a percentage
 }
 
 TEST(RoundHalfEven, TiesGoToTheEvenNeighbour) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 
@@ -246,6 +247,15 @@ TEST(TransferFile, FailedAndOldReads) {
   EXPECT_EQ(site.nm.display.StatusBar2.Caption, "r31");
   EXPECT_EQ(s.Value_Temp, 7.5);
   EXPECT_EQ(site.host.cyclesProcessed, 2) << "a short failure runs no cycle";
+  // So is a record whose reading has no date: it could never be seen to age.
+  const std::optional<double> goodDate = s.LastReading;
+  for (double noDate : {std::nan(""), 1e300}) {
+    master.nm.state.LastReading = noDate;
+    WriteTransferFile(master.nm);
+    EXPECT_FALSE(ReadTransferFile(site.nm)) << noDate;
+    EXPECT_EQ(site.nm.display.StatusBar2.Caption, "r31");
+    EXPECT_EQ(s.LastReading, goodDate) << "the good record's date stands";
+  }
 
   // A master whose clock runs two hours ahead: the age counts either way.
   // On a whole second: the read's half-second pause stays within it.

@@ -1,0 +1,71 @@
+// The load of a settings store whose texts are anything, the unload that
+// follows it, and a station that then runs on what was loaded.
+//
+// Input: the store as text (settings_text.h).
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "config/settings_order.h"
+#include "device/link_life.h"
+#include "fuzz_station.h"
+#include "settings_text.h"
+
+namespace {
+
+using namespace nbx;
+using nbx::fuzz::Require;
+
+// A file name of the store that would lead out of the scratch folder gives
+// way to a plain one: the fuzzer writes nowhere else.
+void KeepInside(std::string& name, const char* plain) {
+  if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos)
+    name = plain;
+}
+
+void EmptyScratchFolder() {
+  namespace fs = std::filesystem;
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(fuzz::ScratchFolder(), ignored))
+    fs::remove_all(entry.path(), ignored);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::StoreText text =
+      fuzz::ReadStoreText(std::string_view(reinterpret_cast<const char*>(data), size));
+  const LoadContext load{fuzz::ScratchFolder(), text.decimalSeparator, false};
+  const UnloadContext unload{text.decimalSeparator, false};
+
+  fuzz::FuzzStation st;
+  LoadSettings(text.store, st.nm, load);
+  // The store the unload leaves is one the next load reads to the same
+  // settings: a second load and unload write the same texts.
+  Require(UnloadSettings(text.store, st.nm, unload), "the unload writes without clients");
+  {
+    MemorySettings written = text.store;
+    fuzz::FuzzStation again;
+    LoadSettings(written, again.nm, load);
+    UnloadSettings(written, again.nm, unload);
+    Require(written.values == text.store.values, "a stored setting survives a load and unload");
+  }
+
+  // A station runs two cycles on the loaded settings, against the simulated box.
+  EmptyScratchFolder();
+  st.KeepFilesInScratch();
+  Config& c = st.nm.config;
+  KeepInside(c.FileName, "Nimbometer");
+  KeepInside(c.FileNameCCDAP4, "NBX_SLD.dat");
+  KeepInside(c.NetFileName, "NBX_NMNetData.dat");
+  st.UseSimulatedBox();
+  StartAction(st.nm);
+  const std::int64_t periodMs = static_cast<std::int64_t>(c.RefreshPeriod) * 1000;
+  st.time.RunUntil([&] { return st.host.cyclesProcessed >= 2; }, 3 * periodMs + 60'000);
+  fuzz::CheckCycleResult(st.nm);
+  StopAction(st.nm);
+  st.time.RunFor(20);
+  return 0;
+}
