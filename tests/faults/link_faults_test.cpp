@@ -34,9 +34,11 @@ TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
   // At 9600 baud a cycle lasts about a second: long enough to be cut.
   BoxProgram box(dir, {"--baud", "9600", "rain=3300"});
   ASSERT_TRUE(box.ready);
-  StationProgram station(dir, MasterSettings(box.link, dir.File("out"), {{"Communication", {{"RefreshPeriod", "2"}}}}));
+  StationProgram station(
+      dir, MasterSettings(box.link, dir.File("out"), {{"Communication", {{"RefreshPeriod", "2"}}}}));
   std::string line;
-  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line)) << line;
+  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line))
+      << line;
 
   ASSERT_TRUE(box.WaitForCommand("S", box.Commands().size(), 5s));
   ASSERT_TRUE(box.Tell("vanish"));
@@ -47,7 +49,8 @@ TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
   // Back under the same path: the station finds it on its own.
   ASSERT_TRUE(box.Tell("return"));
   ASSERT_TRUE(box.Tell("rain=3150"));
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Number(l, "rain") == 3150; }, 10, line))
+  EXPECT_TRUE(station.CycleWhere(
+      [](const std::string& l) { return !LinkDown(l) && Number(l, "rain") == 3150; }, 10, line))
       << line;
   EXPECT_FALSE(IsUnsafe(line)) << line;
 
@@ -62,7 +65,8 @@ TEST(LinkFaults, ABoxThatAnswersEveryOtherCommandIsGivenUpAndTakenBack) {
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, MasterSettings(box.link, dir.File("out")));
   std::string line;
-  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line)) << line;
+  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line))
+      << line;
 
   // No cycle can finish while half the replies are lost, so no reading is
   // fresh: the station must give the values up as for a silent box, not
@@ -72,7 +76,8 @@ TEST(LinkFaults, ABoxThatAnswersEveryOtherCommandIsGivenUpAndTakenBack) {
   EXPECT_TRUE(station.process.Running());
 
   ASSERT_TRUE(box.Tell("everyother=0 rain=3300"));
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 10, line)) << line;
+  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 10, line))
+      << line;
   station.process.Signal(SIGTERM);
   EXPECT_EQ(station.process.Wait(10s), 0);
   ExpectALinePerCycle(station, dir.File("out/night.csv"));
@@ -104,7 +109,8 @@ TEST(LinkFaults, ABoxWithTheWrongFirmwareIsAskedAgainAndReadAsItSays) {
   for (int i = 0; i < 3; ++i) ASSERT_TRUE(station.NextCycle(line));
   const std::vector<std::string> commands = box.Commands();
   for (std::size_t i = before; i < commands.size(); ++i)
-    EXPECT_TRUE(commands[i] != "v" && commands[i] != "h" && commands[i] != "t" && commands[i] != "p") << commands[i];
+    EXPECT_TRUE(commands[i] != "v" && commands[i] != "h" && commands[i] != "t" && commands[i] != "p")
+        << commands[i];
   EXPECT_EQ(Number(line, "rain"), 3300) << line;
 
   station.process.Signal(SIGTERM);
@@ -118,7 +124,8 @@ TEST(LinkFaults, GarbageStormsPassAndTheReadingsComeBackWhole) {
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, MasterSettings(box.link, dir.File("out")));
   std::string line;
-  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line)) << line;
+  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line))
+      << line;
   const std::string sky = Field(line, "sky");
 
   // Line noise of every byte, frame starts among it, before and inside every reply.
@@ -133,7 +140,8 @@ TEST(LinkFaults, GarbageStormsPassAndTheReadingsComeBackWhole) {
   EXPECT_TRUE(station.process.Running());
 
   ASSERT_TRUE(box.Tell("garbagebefore= garbagebetween="));
-  EXPECT_TRUE(station.CycleWhere([&](const std::string& l) { return GoodWithRain(l, 3300) && Field(l, "sky") == sky; }, 10, line))
+  EXPECT_TRUE(station.CycleWhere(
+      [&](const std::string& l) { return GoodWithRain(l, 3300) && Field(l, "sky") == sky; }, 10, line))
       << line;
   EXPECT_EQ(ReadFile(dir.File("out/NBX_SLD.dat")).size(), 104u);
   station.process.Signal(SIGTERM);

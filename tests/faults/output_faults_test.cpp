@@ -1,14 +1,14 @@
 // Output folders that go away, cannot be written, or sit on a full disk: the
 // station says so with its codes and goes on judging the sky.
 
-#include <gtest/gtest.h>
-
-#include <csignal>
 #include <fcntl.h>
-#include <filesystem>
+#include <gtest/gtest.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
 
 #include "programs.h"
 
@@ -17,7 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool Good(const std::string& line) { return !LinkDown(line) && !IsUnsafe(line) && Field(line, "codes").empty(); }
+bool Good(const std::string& line) {
+  return !LinkDown(line) && !IsUnsafe(line) && Field(line, "codes").empty();
+}
 bool Coded(const std::string& line, const std::string& code) { return Field(line, "codes") == code; }
 
 // A folder made read-only in a way that binds root too: the immutable flag.
@@ -95,7 +97,8 @@ TEST(OutputFaults, AFileWhereTheFolderShouldBeCostsTheFilesNotTheVerdict) {
   WriteFile(dir.File("blocked"), "not a folder");
   StationProgram station(dir, MasterSettings(box.link, dir.File("blocked/out")));
   std::string line;
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
+  EXPECT_TRUE(
+      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
       << line;
   for (int i = 0; i < 3; ++i) {
     ASSERT_TRUE(station.NextCycle(line));
@@ -112,12 +115,14 @@ TEST(OutputFaults, AReadOnlyFolderCostsItsFilesUntilItCanBeWrittenAgain) {
   const std::string out = dir.File("out");
   fs::create_directory(out);
   ReadOnlyFolder readOnly(out);
-  if (!readOnly.Made()) GTEST_SKIP() << "no way to make a folder read-only for root here (immutable flag refused)";
+  if (!readOnly.Made())
+    GTEST_SKIP() << "no way to make a folder read-only for root here (immutable flag refused)";
   BoxProgram box(dir, {"rain=3300"});
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, MasterSettings(box.link, out));
   std::string line;
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
+  EXPECT_TRUE(
+      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
       << line;
   EXPECT_FALSE(IsUnsafe(line)) << line;
   EXPECT_FALSE(fs::exists(out + "/NBX_SLD.dat"));
@@ -144,7 +149,8 @@ TEST(OutputFaults, AFullDiskIsReportedEveryCycleAndTheFilesBeforeItAreWritten) {
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, MasterSettings(box.link, out));
   std::string line;
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
+  EXPECT_TRUE(
+      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
       << line;
   for (int i = 0; i < 3; ++i) {
     ASSERT_TRUE(station.NextCycle(line));

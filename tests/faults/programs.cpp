@@ -35,7 +35,8 @@ std::string WrittenSettings(const TempDir& dir, const IniSections& settings) {
 }  // namespace
 
 BoxProgram::BoxProgram(const TempDir& dir, std::vector<std::string> arguments)
-    : link(dir.File("ttyNBX")), log(dir.File("box.log")),
+    : link(dir.File("ttyNBX")),
+      log(dir.File("box.log")),
       process(NBX_BOXSIM_PATH, BoxArguments(dir, std::move(arguments))) {
   std::string line;
   ready = process.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0;

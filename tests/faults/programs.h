@@ -37,7 +37,8 @@ using IniSections = std::map<std::string, std::map<std::string, std::string>>;
 // Settings of a MASTER on `port` with a period of 1 s and a time-out of 1 s,
 // recording into `folder`/night.csv, its single-line and transfer files in
 // `folder` too, its pictures beside it; `changes` replace or add keys.
-IniSections MasterSettings(const std::string& port, const std::string& folder, const IniSections& changes = {});
+IniSections MasterSettings(const std::string& port, const std::string& folder,
+                           const IniSections& changes = {});
 
 // The headless station as its own program, with its own settings file.
 class StationProgram {

@@ -2,14 +2,14 @@
 // plays the master: it writes the record in place before each of the
 // remote's reads, or damages it.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <csignal>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
-#include <unistd.h>
 
 #include "core/serial_date.h"
 #include "outputs/transfer_layout.h"

@@ -11,7 +11,8 @@ TEST(Shutdown, SigtermInTheMiddleOfACycleRestsTheHeaterSavesTheSettingsAndEndsTh
   TempDir dir;
   BoxProgram box(dir, {"--baud", "9600", "serial=4711"});
   ASSERT_TRUE(box.ready);
-  StationProgram station(dir, MasterSettings(box.link, dir.File("out"), {{"Communication", {{"RefreshPeriod", "2"}}}}));
+  StationProgram station(
+      dir, MasterSettings(box.link, dir.File("out"), {{"Communication", {{"RefreshPeriod", "2"}}}}));
   std::string line;
   for (int i = 0; i < 2; ++i) ASSERT_TRUE(station.NextCycle(line)) << "cycle " << i;
 

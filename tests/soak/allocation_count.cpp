@@ -4,10 +4,11 @@
 
 #include "allocation_count.h"
 
+#include <malloc.h>
+
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
-#include <malloc.h>
 #include <new>
 
 namespace {
@@ -56,8 +57,12 @@ void* operator new(std::size_t size) { return TakeOrThrow(size); }
 void* operator new[](std::size_t size) { return TakeOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Take(size); }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Take(size); }
-void* operator new(std::size_t size, std::align_val_t a) { return TakeOrThrow(size, static_cast<std::size_t>(a)); }
-void* operator new[](std::size_t size, std::align_val_t a) { return TakeOrThrow(size, static_cast<std::size_t>(a)); }
+void* operator new(std::size_t size, std::align_val_t a) {
+  return TakeOrThrow(size, static_cast<std::size_t>(a));
+}
+void* operator new[](std::size_t size, std::align_val_t a) {
+  return TakeOrThrow(size, static_cast<std::size_t>(a));
+}
 void* operator new(std::size_t size, std::align_val_t a, const std::nothrow_t&) noexcept {
   return Take(size, static_cast<std::size_t>(a));
 }

@@ -1,8 +1,9 @@
 #include "month_soak.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
 
 #include "core/timers.h"
 #include "device/link_life.h"
@@ -36,9 +37,8 @@ void SoakHost::DebugInfo(std::string_view message) {
 
 const char* FaultName(Fault fault) {
   static const char* const names[kFaultKinds] = {
-      "none",           "short silence", "long silence", "garbage storm", "garbage between",
-      "damaged numbers", "sky sentinel",  "every other",  "unplugged",     "folder gone",
-      "humidity lost",   "restart"};
+      "none",         "short silence", "long silence", "garbage storm", "garbage between", "damaged numbers",
+      "sky sentinel", "every other",   "unplugged",    "folder gone",   "humidity lost",   "restart"};
   return names[static_cast<int>(fault)];
 }
 
@@ -46,7 +46,8 @@ SoakFolder::SoakFolder() {
   std::error_code error;
   const bool ramDisk = ::access("/dev/shm", W_OK) == 0 && std::filesystem::is_directory("/dev/shm", error);
   std::string pattern =
-      ((ramDisk ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) / "nbx-soak-XXXXXX")
+      ((ramDisk ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
+       "nbx-soak-XXXXXX")
           .string();
   if (::mkdtemp(pattern.data()) != nullptr) path_ = pattern;
 }
@@ -225,7 +226,8 @@ void MonthSoak::StopMidCycle() {
   if (st.box.CommandCount() == before || commands.empty() || commands.back() != "P0102")
     Problem("after Stop the box last heard " + (commands.empty() ? std::string("nothing") : commands.back()));
   for (int id = 0; id < TimerCount; ++id)
-    if (st.time.IsArmed(static_cast<TimerId>(id))) Problem("timer " + std::to_string(id) + " armed after Stop");
+    if (st.time.IsArmed(static_cast<TimerId>(id)))
+      Problem("timer " + std::to_string(id) + " armed after Stop");
   if (st.link.IsOpen()) Problem("the port is open after Stop");
 }
 
@@ -235,9 +237,9 @@ void MonthSoak::CheckVerdict() {
   if (s.CommFailed) {
     Problem("the link is still down after a clean stretch (" + weather_.Describe() + ")");
   } else if (s.Value_Unsafe != ExpectUnsafe(weather_)) {
-    Problem(std::string(s.Value_Unsafe ? "UNSAFE" : "SAFE") + " under " + weather_.Describe() +
-            ": cloud " + std::to_string(s.NBX_CloudCondition) + " rain " +
-            std::to_string(s.NBX_RainCondition) + " sky " + std::to_string(s.Value_Cloud));
+    Problem(std::string(s.Value_Unsafe ? "UNSAFE" : "SAFE") + " under " + weather_.Describe() + ": cloud " +
+            std::to_string(s.NBX_CloudCondition) + " rain " + std::to_string(s.NBX_RainCondition) + " sky " +
+            std::to_string(s.Value_Cloud));
   }
 }
 

@@ -42,11 +42,11 @@ enum class Fault {
   GarbageBetween,  // bytes inside every reply
   DamagedNumbers,
   SkySentinel,
-  EveryOther,      // only every other command answered
-  Unplugged,       // the adapter is pulled out and put back
-  FolderGone,      // the output folder vanishes and comes back
+  EveryOther,  // only every other command answered
+  Unplugged,   // the adapter is pulled out and put back
+  FolderGone,  // the output folder vanishes and comes back
   HumidityLost,
-  Restart,         // Stop in the middle of a cycle, Start again later
+  Restart,  // Stop in the middle of a cycle, Start again later
 };
 inline constexpr int kFaultKinds = static_cast<int>(Fault::Restart) + 1;
 const char* FaultName(Fault fault);

@@ -1,3 +1,5 @@
+#include "month_soak.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -5,7 +7,6 @@
 #include <string>
 
 #include "allocation_count.h"
-#include "month_soak.h"
 #include "outputs/user_data_file.h"
 #include "process_resources.h"
 
@@ -69,16 +70,18 @@ TEST(MonthSoak, AMonthOfWeatherAndFaultsLosesNoLineAndHoldsNothing) {
   const std::int64_t residentEnd = ResidentKiB();
 
   std::string faults;
-  for (const auto& [name, count] : soak.faultsInjected) faults += " " + name + " " + std::to_string(count) + ",";
+  for (const auto& [name, count] : soak.faultsInjected)
+    faults += " " + name + " " + std::to_string(count) + ",";
   std::printf("soak: %lld cycles processed, %lld good, %lld verdict changes, %lld verdicts judged;%s\n",
               static_cast<long long>(soak.processed), static_cast<long long>(soak.good),
               static_cast<long long>(soak.verdictChanges), static_cast<long long>(soak.verdictChecks),
               faults.c_str());
-  std::printf("soak: heap in use %lld blocks / %lld bytes after warm-up, %lld / %lld at the end; "
-              "resident %lld KiB, then %lld KiB\n",
-              static_cast<long long>(heapWarm.blocks), static_cast<long long>(heapWarm.bytes),
-              static_cast<long long>(heapEnd.blocks), static_cast<long long>(heapEnd.bytes),
-              static_cast<long long>(residentWarm), static_cast<long long>(residentEnd));
+  std::printf(
+      "soak: heap in use %lld blocks / %lld bytes after warm-up, %lld / %lld at the end; "
+      "resident %lld KiB, then %lld KiB\n",
+      static_cast<long long>(heapWarm.blocks), static_cast<long long>(heapWarm.bytes),
+      static_cast<long long>(heapEnd.blocks), static_cast<long long>(heapEnd.bytes),
+      static_cast<long long>(residentWarm), static_cast<long long>(residentEnd));
 
   // Each cycle, each episode and each Stop was checked as it came.
   for (const std::string& problem : soak.problems) ADD_FAILURE() << problem;

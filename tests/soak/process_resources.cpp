@@ -1,8 +1,9 @@
 #include "process_resources.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 
 namespace nbx::test {
 

@@ -29,9 +29,12 @@ namespace {
 // (-5 .. 0) and Overcast (> 0) with room to spare.
 double RawSkyCelsius(Sky sky, Seeded& random) {
   switch (sky) {
-    case Sky::Clear: return random.Uniform(-25, -10);
-    case Sky::Cloudy: return random.Uniform(0.3, 1.7);
-    case Sky::Overcast: break;
+    case Sky::Clear:
+      return random.Uniform(-25, -10);
+    case Sky::Cloudy:
+      return random.Uniform(0.3, 1.7);
+    case Sky::Overcast:
+      break;
   }
   return random.Uniform(6, 15);
 }
@@ -39,9 +42,12 @@ double RawSkyCelsius(Sky sky, Seeded& random) {
 // Dry from 3200 up, Wet from 2800, Rain below.
 double RainFrequency(Wetness rain, Seeded& random) {
   switch (rain) {
-    case Wetness::Dry: return random.Uniform(3300, 3700);
-    case Wetness::Wet: return random.Uniform(2900, 3100);
-    case Wetness::Raining: break;
+    case Wetness::Dry:
+      return random.Uniform(3300, 3700);
+    case Wetness::Wet:
+      return random.Uniform(2900, 3100);
+    case Wetness::Raining:
+      break;
   }
   return random.Uniform(1000, 2600);
 }
@@ -63,7 +69,8 @@ Weather PickWeather(Seeded& random, const Weather& before) {
 }
 
 void ApplyWeather(Weather& w, double hourOfDay, Seeded& random, boxsim::Box& box) {
-  const double ambient = 10 + 3 * std::sin((hourOfDay - 9) / 24 * 2 * std::numbers::pi) + random.Uniform(-0.5, 0.5);
+  const double ambient =
+      10 + 3 * std::sin((hourOfDay - 9) / 24 * 2 * std::numbers::pi) + random.Uniform(-0.5, 0.5);
   // Every source of the ambient agrees, so the one the program picks does not matter.
   box.SetAmbientCelsius(ambient);
   box.SetSkySensorCelsius(ambient);
