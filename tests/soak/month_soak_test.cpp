@@ -25,7 +25,7 @@ namespace {
 // make every cycle many times slower: their build runs a few days unless
 // NBX_SOAK_CYCLES says otherwise.
 #ifdef NBX_SOAK_SANITIZED
-constexpr std::int64_t kDefaultCycles = 30'000;
+constexpr std::int64_t kDefaultCycles = 15'000;
 constexpr bool kSanitized = true;
 #else
 constexpr std::int64_t kDefaultCycles = 260'000;
