@@ -60,10 +60,13 @@ double CpuSeconds(pid_t pid) {
 }
 
 std::string Settings(const std::string& folder, int period) {
-  return "[Communication]\nRefreshPeriod=" + std::to_string(period) +
-         "\n[Window]\nPathName=" + folder + "\nFileName=night\nAutoStartRecording=1\nDebug=1\n"
-         "GraphImagePath=" + folder + "/pictures\n"
-         "[COMMFile]\nNetFilePath=" + folder + "\nPathNameCCDAP4=" + folder + "\n";
+  return "[Communication]\nRefreshPeriod=" + std::to_string(period) + "\n[Window]\nPathName=" + folder +
+         "\nFileName=night\nAutoStartRecording=1\nDebug=1\n"
+         "GraphImagePath=" +
+         folder +
+         "/pictures\n"
+         "[COMMFile]\nNetFilePath=" +
+         folder + "\nPathNameCCDAP4=" + folder + "\n";
 }
 
 pid_t Spawn(const std::string& folder, int& output) {

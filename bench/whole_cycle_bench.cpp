@@ -141,7 +141,9 @@ void BM_WholeCycle(benchmark::State& state) {
   const nbx::SiteState& s = station.nm.state;
   state.SetLabel(std::string(pictures ? "7 graphs drawn and exported" : "no pictures") +
                  (s.NBX_DataReady && !s.CommFailed ? "" : ", CYCLE FAILED") +
-                 (station.nm.display.StatusBar2.Caption.empty() ? "" : ", codes " + station.nm.display.StatusBar2.Caption));
+                 (station.nm.display.StatusBar2.Caption.empty()
+                      ? ""
+                      : ", codes " + station.nm.display.StatusBar2.Caption));
 }
 
 }  // namespace
