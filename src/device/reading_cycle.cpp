@@ -86,6 +86,7 @@ void StartReadingCycle(Nimbometer& nm) {
   }
   SetCycleLED(nm.display, colours::LampGrey);
   SetCycleLED(nm.display, colours::Blue);
+  s.ConsecutiveCommErrors = 0;
   s.NBX_DataReady = false;
   s.LastReading = nm.NowSerial();
   s.ClearSampleCounters();
@@ -156,11 +157,6 @@ void ProcessFinishedCycle(Nimbometer& nm) {
     if (!s.CommFailed) HeaterStep(nm);
     if (readValues) RunGraphRoutines(nm);
     if (!s.CommFailed) {
-      // The failures count until a whole cycle has been read, not merely
-      // until the box answers a cycle's first command: a box that loses
-      // every other reply never finishes a cycle, and its readings must be
-      // given up as a silent box's are, not stand with the last verdict.
-      s.ConsecutiveCommErrors = 0;
       d.LblPECReading.Caption = FormatNumber(CaptionNumber(d.LblPECReading) + 1, "0");
       d.LblPECTot4.Caption =
           FormatNumber(CaptionNumber(d.LblPECTot4) + CaptionNumber(d.LblPECByte4), "0");
