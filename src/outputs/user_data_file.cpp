@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <sys/stat.h>
 
 #include "core/nimbometer.h"
 #include "core/number_format.h"
@@ -20,23 +21,53 @@ namespace {
 constexpr std::size_t kHeaderWidth = 25;
 
 bool OpenRecordFile(Nimbometer& nm, bool append) {
-  std::ofstream& file = nm.files.RecordFile;
+  OutputFiles& files = nm.files;
+  std::ofstream& file = files.RecordFile;
   if (file.is_open()) file.close();
   file.clear();
-  file.open(UserDataFileName(nm), std::ios::binary | (append ? std::ios::app : std::ios::trunc));
-  return file.is_open();
+  const std::string name = UserDataFileName(nm);
+  file.open(name, std::ios::binary | (append ? std::ios::app : std::ios::trunc));
+  struct stat info {};
+  if (!file.is_open() || ::stat(name.c_str(), &info) != 0) return file.is_open();
+  files.RecordDevice = info.st_dev;
+  files.RecordInode = info.st_ino;
+  files.RecordFileLost = false;
+  return true;
 }
 
 void CloseRecordFile(Nimbometer& nm) {
   std::ofstream& file = nm.files.RecordFile;
   if (file.is_open()) file.close();
   file.clear();
+  nm.files.RecordFileLost = false;
+}
+
+bool NameLeadsToRecordFile(const Nimbometer& nm) {
+  struct stat info {};
+  return ::stat(UserDataFileName(nm).c_str(), &info) == 0 && info.st_dev == nm.files.RecordDevice &&
+         info.st_ino == nm.files.RecordInode;
+}
+
+// A growing recording holds its file open all night. Here a folder can be
+// deleted with the file open in it, and the lines would go on into a file
+// that no one can read until the next Start. So before each line the name
+// must still lead to the open file; if it does not, the name is opened
+// again, appending, under a header of its own, as soon as the folder is
+// back. A recording stopped on purpose is not opened again.
+void KeepRecordFileFound(Nimbometer& nm) {
+  OutputFiles& files = nm.files;
+  if (!files.RecordFile.is_open() && !files.RecordFileLost) return;
+  if (files.RecordFile.is_open() && NameLeadsToRecordFile(nm)) return;
+  files.RecordFile.close();
+  files.RecordFileLost = true;
+  if (OpenRecordFile(nm, true)) WriteUserDataHeader(nm);
 }
 
 // Every field quoted, a comma behind every field, the last one too; a quote
 // inside a field is not escaped. Errors are ignored: a closed file or a full
 // disk in growing mode costs the line and nothing else.
 void WriteFields(Nimbometer& nm, const std::string& fields) {
+  KeepRecordFileFound(nm);
   std::ofstream& file = nm.files.RecordFile;
   file.clear();
   file << fields << "\r\n";

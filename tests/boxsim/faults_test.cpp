@@ -21,6 +21,22 @@ TEST(BoxFaults, SilentBoxHearsNothingFromTheNthCommandOn) {
   EXPECT_EQ(box.Receive("S!"), "");
 }
 
+TEST(BoxFaults, ForgottenCommandsStillCountForSilenceAndEveryOther) {
+  Box box;
+  box.Receive("z!F!S!");
+  box.ForgetCommands();
+  EXPECT_TRUE(box.Commands().empty());
+  EXPECT_EQ(box.CommandCount(), 3u);
+  // The fourth command is the fourth, forgotten ones before it or not.
+  box.faults.answerEveryOther = true;
+  EXPECT_EQ(box.Receive("S!"), "");
+  box.faults.answerEveryOther = false;
+  ASSERT_TRUE(box.Apply("silent=1"));
+  EXPECT_EQ(box.faults.silentFromCommand, 5);
+  EXPECT_EQ(box.Receive("S!"), "");
+  EXPECT_EQ(box.Commands(), (std::vector<std::string>{"S", "S"}));
+}
+
 TEST(BoxFaults, EveryOtherReplyIsLostButItsCommandStillActs) {
   Box box;
   box.faults.answerEveryOther = true;

@@ -223,7 +223,7 @@ const Key Keys[] = {
      [](Box& b, std::string_view v) {
        const auto on = ParseBool(v);
        if (!on) return false;
-       b.faults.silentFromCommand = *on ? static_cast<int>(b.Commands().size()) + 1 : 0;
+       b.faults.silentFromCommand = *on ? static_cast<int>(b.CommandCount()) + 1 : 0;
        return true;
      },
      "0/1: silent from the next command on / answer again"},

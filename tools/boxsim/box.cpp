@@ -29,7 +29,7 @@ std::string Box::Receive(std::string_view hostBytes, double nowSeconds) {
 }
 
 std::string Box::AnswerCommand(const std::string& command) {
-  const std::size_t number = commands_.size();
+  const std::size_t number = CommandCount();
   // A silent box is a dead one: it hears nothing, so nothing changes either.
   if (faults.silentFromCommand > 0 && number >= static_cast<std::size_t>(faults.silentFromCommand)) {
     return {};

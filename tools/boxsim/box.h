@@ -64,8 +64,16 @@ class Box {
   // The host wrote these bytes (commands may arrive split or several at once)
   // at time `nowSeconds`; returns the bytes the box answers with, possibly empty.
   std::string Receive(std::string_view hostBytes, double nowSeconds = 0);
-  // Every command received, without "!".
+  // The commands received since the last ForgetCommands, without "!".
   const std::vector<std::string>& Commands() const { return commands_; }
+  // How many commands have come since the box started, forgotten ones too.
+  std::size_t CommandCount() const { return forgotten_ + commands_.size(); }
+  // Lets go of the kept commands, so that a box that runs for weeks does not
+  // grow; the count and the numbering of later commands go on.
+  void ForgetCommands() {
+    forgotten_ += commands_.size();
+    std::vector<std::string>().swap(commands_);
+  }
   // Forgets a command cut off half-way, as when the line is unplugged.
   void DropPartialCommand() { partial_.clear(); }
 
@@ -100,6 +108,7 @@ class Box {
 
   std::string partial_;
   std::vector<std::string> commands_;
+  std::size_t forgotten_ = 0;
   std::vector<ScriptStep> script_;  // by time
   double plateSeconds_ = 0;         // the rain plate's model has come this far
 };

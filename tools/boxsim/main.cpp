@@ -101,7 +101,6 @@ class Program {
   BoxPort port_{box_};
   ProgramOptions options_;
   std::FILE* log_ = nullptr;
-  std::size_t loggedCommands_ = 0;
   std::string controlInput_;
   bool controlOpen_ = true;
   bool quit_ = false;
@@ -205,13 +204,14 @@ void Program::ReadControlInput() {
   }
 }
 
+// Logged commands are forgotten: a box left running for a month keeps none.
 void Program::LogNewCommands() {
-  const std::vector<std::string>& commands = box_.Commands();
-  for (; loggedCommands_ < commands.size(); ++loggedCommands_) {
-    if (log_ == nullptr) continue;
-    std::fputs((LogText(commands[loggedCommands_]) + "\n").c_str(), log_);
+  if (box_.Commands().empty()) return;
+  if (log_ != nullptr) {
+    for (const std::string& command : box_.Commands()) std::fputs((LogText(command) + "\n").c_str(), log_);
     std::fflush(log_);
   }
+  box_.ForgetCommands();
 }
 
 int Program::PollTimeoutMs(double now) const {
