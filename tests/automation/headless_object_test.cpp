@@ -11,13 +11,15 @@
 
 #include "bus_fixture.h"
 #include "interface_shape.h"
-#include "support/child_process.h"
+#include "support/station_programs.h"
 
 namespace nbx {
 namespace {
 
 using namespace std::chrono_literals;
+using test::BoxProgram;
 using test::ChildProcess;
+using test::StationProgram;
 
 const std::string Name = "NBX_Nimbometer.Nimbometer";
 
@@ -54,40 +56,10 @@ std::string Property(const std::string& property, const std::string& address = {
   return Gdbus({"org.freedesktop.DBus.Properties.Get", Name, property}, address).out;
 }
 
-struct BoxProgram {
-  BoxProgram(const test::TempDir& dir, const std::string& name)
-      : link(dir.File(name)), process(NBX_BOXSIM_PATH, {"--link", link, "--log", dir.File(name + ".log")}) {
-    std::string line;
-    ready = process.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0;
-  }
-  std::string link;
-  ChildProcess process;
-  bool ready = false;
-};
-
-std::string SettingsFor(const std::string& port, const std::string& folder) {
-  return "[Communication]\nPortName=" + port +
-         "\nRefreshPeriod=1\nTimeout=1\n[COMMFile]\nNetFilePath=" + folder + "\nPathNameCCDAP4=" + folder +
-         "\n";
+// A station of period 1 s on `port`, its files in `dir`/`name`.
+test::IniSections SettingsFor(const test::TempDir& dir, const std::string& port, const std::string& name) {
+  return test::MasterSettings(port, dir.File(name + "-files"));
 }
-
-// A headless station on its own settings file; standard error goes to a file.
-struct StationProgram {
-  StationProgram(const test::TempDir& dir, const std::string& name, const std::string& port)
-      : settings(dir.File(name + ".ini")),
-        errors(dir.File(name + ".err")),
-        process((test::WriteFile(settings, SettingsFor(port, dir.path())), "/bin/sh"),
-                {"-c", "exec \"$0\" \"$@\" 2>\"$NBX_ERRORS\"", NBX_NIMBOMETER_PATH, "--headless",
-                 "--settings", settings},
-                {"NBX_ERRORS=" + errors, "XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()}) {}
-  bool NextCycle(std::string& line) {
-    while (process.ReadLine(line, 10s))
-      if (line.find(" sky ") != std::string::npos) return true;
-    return false;
-  }
-  std::string settings, errors;
-  ChildProcess process;
-};
 
 bool NameOnBus() {
   return test::WaitUntil([] {
@@ -100,9 +72,9 @@ bool NameOnBus() {
 
 TEST(HeadlessObject, ForeignToolsSeeEveryMemberAndLiveValuesCycleAfterCycle) {
   test::TempDir dir;
-  BoxProgram box(dir, "tty");
+  BoxProgram box(dir, {}, "tty");
   ASSERT_TRUE(box.ready);
-  StationProgram station(dir, "station", box.link);
+  StationProgram station(dir, SettingsFor(dir, box.link, "station"));
   std::string line;
   ASSERT_TRUE(station.NextCycle(line) && station.NextCycle(line) && station.NextCycle(line));
   ASSERT_TRUE(NameOnBus());
@@ -132,7 +104,7 @@ TEST(HeadlessObject, ForeignToolsSeeEveryMemberAndLiveValuesCycleAfterCycle) {
   EXPECT_EQ(Property("Safe"), "(<true>,)\n");
   EXPECT_EQ(Property("SecondsSinceGoodData"), "(<3>,)\n");
   EXPECT_EQ(Gdbus({Name + ".NBX_DataDisplayed", "rain", "value"}).out, "('3300 cycles',)\n");
-  box.process.WriteLine("rain=2000");
+  ASSERT_TRUE(box.Tell("rain=2000"));
   bool raining = false;
   for (int i = 0; i < 6 && !raining && station.NextCycle(line); ++i)
     raining = Property("Condition_Sky") == "(<4>,)\n";
@@ -146,13 +118,13 @@ TEST(HeadlessObject, ForeignToolsSeeEveryMemberAndLiveValuesCycleAfterCycle) {
 
 TEST(HeadlessObject, AStationWhoseNameIsTakenSaysSoAndRunsOn) {
   test::TempDir dir;
-  BoxProgram boxA(dir, "ttyA"), boxB(dir, "ttyB");
+  BoxProgram boxA(dir, {}, "ttyA"), boxB(dir, {}, "ttyB");
   ASSERT_TRUE(boxA.ready && boxB.ready);
-  StationProgram first(dir, "first", boxA.link);
+  StationProgram first(dir, SettingsFor(dir, boxA.link, "first"), "first");
   std::string line;
   ASSERT_TRUE(first.NextCycle(line));
   ASSERT_TRUE(NameOnBus());
-  StationProgram second(dir, "second", boxB.link);
+  StationProgram second(dir, SettingsFor(dir, boxB.link, "second"), "second");
   for (int i = 0; i < 3; ++i) ASSERT_TRUE(second.NextCycle(line)) << "cycle " << i;
   EXPECT_NE(test::ReadFile(second.errors)
                 .find("automation object not offered: the name NBX_Nimbometer.Nimbometer is "
@@ -170,10 +142,10 @@ TEST(HeadlessObject, AStationWhoseNameIsTakenSaysSoAndRunsOn) {
 // the settings are not saved.
 TEST(HeadlessObject, SigtermWithAClientAttachedStopsWithoutSavingTheSettings) {
   test::TempDir dir;
-  BoxProgram box(dir, "tty");
+  BoxProgram box(dir, {}, "tty");
   ASSERT_TRUE(box.ready);
   for (const bool attached : {true, false}) {
-    StationProgram station(dir, "station", box.link);
+    StationProgram station(dir, SettingsFor(dir, box.link, "station"));
     std::string line;
     ASSERT_TRUE(station.NextCycle(line));
     ASSERT_TRUE(NameOnBus());
@@ -197,11 +169,12 @@ TEST(HeadlessObject, SigtermWithAClientAttachedStopsWithoutSavingTheSettings) {
 // test's own that knows only that file.
 TEST(HeadlessObject, AClientsCallStartsTheStationThroughTheActivationFile) {
   test::TempDir dir;
-  BoxProgram box(dir, "tty");
+  BoxProgram box(dir, {}, "tty");
   ASSERT_TRUE(box.ready);
   std::filesystem::create_directories(dir.File("config/NBX_Nimbometer"));
   std::filesystem::create_directories(dir.File("services"));
-  test::WriteFile(dir.File("config/NBX_Nimbometer/NBX_Nimbometer.ini"), SettingsFor(box.link, dir.path()));
+  test::WriteFile(dir.File("config/NBX_Nimbometer/NBX_Nimbometer.ini"),
+                  test::IniText(SettingsFor(dir, box.link, "activated")));
   std::string service = test::ReadFile(NBX_SERVICE_TEMPLATE);
   service = std::regex_replace(service, std::regex("@NBX_INSTALLED_PROGRAM@"), NBX_NIMBOMETER_PATH);
   ASSERT_NE(service.find("Name=NBX_Nimbometer.Nimbometer\n"), std::string::npos);

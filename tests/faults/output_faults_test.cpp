@@ -10,7 +10,7 @@
 #include <csignal>
 #include <filesystem>
 
-#include "programs.h"
+#include "support/station_programs.h"
 
 namespace nbx::test {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "core/serial_date.h"
 #include "outputs/transfer_layout.h"
-#include "programs.h"
+#include "support/station_programs.h"
 #include "station/system_clock.h"
 
 namespace nbx::test {

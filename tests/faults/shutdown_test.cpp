@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-#include "programs.h"
+#include "support/station_programs.h"
 
 namespace nbx::test {
 namespace {

@@ -12,11 +12,12 @@ namespace nbx::test {
 
 using namespace std::chrono_literals;
 
-// nbx-boxsim on a pseudo-terminal behind a stable link path, logging every
-// command it receives; values and faults are set on its standard input.
+// nbx-boxsim on a pseudo-terminal behind a stable link path (`name` in
+// `dir`), logging every command it receives in `name`.log; values and faults
+// are set on its standard input.
 class BoxProgram {
  public:
-  BoxProgram(const TempDir& dir, std::vector<std::string> arguments);
+  BoxProgram(const TempDir& dir, std::vector<std::string> arguments, const std::string& name = "ttyNBX");
 
   // Sends one control line ("rain=2500", "vanish", "return") and waits for its answer.
   bool Tell(const std::string& line);
@@ -39,18 +40,20 @@ using IniSections = std::map<std::string, std::map<std::string, std::string>>;
 // `folder` too, its pictures beside it; `changes` replace or add keys.
 IniSections MasterSettings(const std::string& port, const std::string& folder,
                            const IniSections& changes = {});
+std::string IniText(const IniSections& sections);
 
-// The headless station as its own program, with its own settings file.
+// The headless station as its own program, with its own settings file
+// `name`.ini in `dir`; its standard error goes to `name`.err.
 class StationProgram {
  public:
-  StationProgram(const TempDir& dir, const IniSections& settings);
+  StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name = "station");
 
   // The next summary line of a cycle; other lines are kept in `output`.
   bool NextCycle(std::string& line, std::chrono::milliseconds timeout = 10s);
   // Reads cycles until `holds` is true for one, at most `cycles` of them.
   bool CycleWhere(const std::function<bool(const std::string&)>& holds, int cycles, std::string& line);
 
-  std::string settings;
+  std::string settings, errors;
   ChildProcess process;
   std::vector<std::string> output;  // every line that was not a cycle's summary
   int cycles = 0;                   // summary lines read

@@ -1,4 +1,4 @@
-#include "programs.h"
+#include "support/station_programs.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -11,11 +11,19 @@
 namespace nbx::test {
 namespace {
 
-std::vector<std::string> BoxArguments(const TempDir& dir, std::vector<std::string> arguments) {
-  std::vector<std::string> all{"--link", dir.File("ttyNBX"), "--log", dir.File("box.log")};
+std::vector<std::string> BoxArguments(const TempDir& dir, std::vector<std::string> arguments,
+                                      const std::string& name) {
+  std::vector<std::string> all{"--link", dir.File(name), "--log", dir.File(name + ".log")};
   all.insert(all.end(), arguments.begin(), arguments.end());
   return all;
 }
+
+std::string WrittenSettings(const std::string& path, const IniSections& settings) {
+  WriteFile(path, IniText(settings));
+  return path;
+}
+
+}  // namespace
 
 std::string IniText(const IniSections& sections) {
   std::string text;
@@ -26,18 +34,10 @@ std::string IniText(const IniSections& sections) {
   return text;
 }
 
-std::string WrittenSettings(const TempDir& dir, const IniSections& settings) {
-  const std::string path = dir.File("station.ini");
-  WriteFile(path, IniText(settings));
-  return path;
-}
-
-}  // namespace
-
-BoxProgram::BoxProgram(const TempDir& dir, std::vector<std::string> arguments)
-    : link(dir.File("ttyNBX")),
-      log(dir.File("box.log")),
-      process(NBX_BOXSIM_PATH, BoxArguments(dir, std::move(arguments))) {
+BoxProgram::BoxProgram(const TempDir& dir, std::vector<std::string> arguments, const std::string& name)
+    : link(dir.File(name)),
+      log(dir.File(name + ".log")),
+      process(NBX_BOXSIM_PATH, BoxArguments(dir, std::move(arguments), name)) {
   std::string line;
   ready = process.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0;
 }
@@ -83,10 +83,13 @@ IniSections MasterSettings(const std::string& port, const std::string& folder, c
   return s;
 }
 
-StationProgram::StationProgram(const TempDir& dir, const IniSections& settings)
-    : settings(WrittenSettings(dir, settings)),
-      process(NBX_NIMBOMETER_PATH, {"--headless", "--settings", dir.File("station.ini")},
-              {"XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()}) {}
+StationProgram::StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name)
+    : settings(WrittenSettings(dir.File(name + ".ini"), settings)),
+      errors(dir.File(name + ".err")),
+      process("/bin/sh",
+              {"-c", "exec \"$0\" \"$@\" 2>\"$NBX_ERRORS\"", NBX_NIMBOMETER_PATH, "--headless", "--settings",
+               this->settings},
+              {"NBX_ERRORS=" + errors, "XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()}) {}
 
 bool StationProgram::NextCycle(std::string& line, std::chrono::milliseconds timeout) {
   while (process.ReadLine(line, timeout)) {
