@@ -22,6 +22,20 @@ bool Good(const std::string& line) {
 }
 bool Coded(const std::string& line, const std::string& code) { return Field(line, "codes") == code; }
 
+// Cycle after cycle the files fail (code c51) while the box is read and the
+// verdict stays as the sky has it.
+void ExpectFilesFailingAndTheSkyStillJudged(StationProgram& station) {
+  std::string line;
+  EXPECT_TRUE(
+      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
+      << line;
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(station.NextCycle(line));
+    EXPECT_TRUE(Coded(line, "c51")) << line;
+    EXPECT_FALSE(IsUnsafe(line)) << line;
+  }
+}
+
 // A folder made read-only in a way that binds root too: the immutable flag.
 // Without the right to set it (a container without the capability), a plain
 // user's folder without write permission does; as root that would not bind.
@@ -96,15 +110,7 @@ TEST(OutputFaults, AFileWhereTheFolderShouldBeCostsTheFilesNotTheVerdict) {
   ASSERT_TRUE(box.ready);
   WriteFile(dir.File("blocked"), "not a folder");
   StationProgram station(dir, MasterSettings(box.link, dir.File("blocked/out")));
-  std::string line;
-  EXPECT_TRUE(
-      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
-      << line;
-  for (int i = 0; i < 3; ++i) {
-    ASSERT_TRUE(station.NextCycle(line));
-    EXPECT_TRUE(Coded(line, "c51")) << line;
-    EXPECT_FALSE(IsUnsafe(line)) << line;
-  }
+  ExpectFilesFailingAndTheSkyStillJudged(station);
   station.process.Signal(SIGTERM);
   EXPECT_EQ(station.process.Wait(10s), 0);
   EXPECT_EQ(ReadFile(dir.File("blocked")), "not a folder");
@@ -148,15 +154,7 @@ TEST(OutputFaults, AFullDiskIsReportedEveryCycleAndTheFilesBeforeItAreWritten) {
   BoxProgram box(dir, {"rain=3300"});
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, MasterSettings(box.link, out));
-  std::string line;
-  EXPECT_TRUE(
-      station.CycleWhere([](const std::string& l) { return !LinkDown(l) && Coded(l, "c51"); }, 4, line))
-      << line;
-  for (int i = 0; i < 3; ++i) {
-    ASSERT_TRUE(station.NextCycle(line));
-    EXPECT_TRUE(Coded(line, "c51")) << line;
-    EXPECT_FALSE(IsUnsafe(line)) << line;
-  }
+  ExpectFilesFailingAndTheSkyStillJudged(station);
   // The file before the failure is written each cycle; those after it wait
   // for a cycle in which all can be written.
   EXPECT_EQ(ReadFile(out + "/NBX_SLD.dat").size(), 104u);

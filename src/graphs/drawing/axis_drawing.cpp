@@ -2,6 +2,16 @@
 
 namespace nbx {
 
+int BeginAxes(SurfacePainter& p, Colour axisColour) {
+  p.Cls();
+  const int textHeight = p.TextHeight("00");
+  p.SetFont(QFont(GraphFontFamily, 7));
+  p.SetDrawStyle(Qt::DotLine);
+  p.SetDrawWidth(1);
+  p.SetForeColor(axisColour);
+  return textHeight;
+}
+
 void DrawTimeAxis(SurfacePainter& p, const TimeRange& range, int left, int right, int bottom,
                   int labelBottom) {
   const auto ticks = TimeAxis(range, left, right, [&](std::string_view label) {

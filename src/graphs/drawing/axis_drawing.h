@@ -9,6 +9,11 @@
 
 namespace nbx {
 
+// A blank picture, the painter set for the axes: the small font, dotted
+// lines of width 1 in `axisColour`. Returns the height of a line of text
+// in the surface's own font, by which the plot is laid out.
+int BeginAxes(SurfacePainter& painter, Colour axisColour);
+
 // The time axis along the bottom of the plot, in the painter's font, fore
 // colour and draw style: a short tick at each of the twelve steps, and below
 // the plot each label that does not run into the one before it.

@@ -8,12 +8,7 @@ namespace nbx {
 
 void DrawBandGraph(GraphSurface& surface, const BandGraph& g) {
   SurfacePainter p(surface);
-  p.Cls();
-  const int TH = p.TextHeight("00");
-  p.SetFont(QFont(GraphFontFamily, 7));
-  p.SetDrawStyle(Qt::DotLine);
-  p.SetDrawWidth(1);
-  p.SetForeColor(g.axisColor);
+  const int TH = BeginAxes(p, g.axisColor);
 
   const GraphRing& ring = *g.ring;
   const TimeRange range = RingTimeRange(ring, g.first, g.last, g.spanSeconds);

@@ -14,12 +14,7 @@ constexpr int kLabelGap = 3;
 void DrawTemperatureGraph(GraphSurface& surface, const TemperatureGraph& g) {
   surface.BackColor = g.backColor;
   SurfacePainter p(surface);
-  p.Cls();
-  const int TH = p.TextHeight("00");
-  p.SetFont(QFont(GraphFontFamily, 7));
-  p.SetDrawStyle(Qt::DotLine);
-  p.SetDrawWidth(1);
-  p.SetForeColor(g.axisColor);
+  const int TH = BeginAxes(p, g.axisColor);
 
   const GraphRing& ring = *g.ring;
   const TimeRange range = RingTimeRange(ring, g.first, g.last, g.spanSeconds);
