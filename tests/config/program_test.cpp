@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
-#include <sstream>
 
 #include "key_list.h"
 #include "plain_ini.h"
-#include "support/child_process.h"
+#include "support/station_programs.h"
 
 namespace nbx {
 namespace {
@@ -72,12 +72,10 @@ std::string Value(const test::IniFile& ini, const std::string& section, const st
 
 TEST(HeadlessProgram, RunsOnTheStoredSettingsAndWritesEveryKeyAtExit) {
   TempDir dir;
-  ChildProcess box(NBX_BOXSIM_PATH, {"--link", dir.File("ttyNBX"), "--log", dir.File("box.log"),
-                                     "humiditytemp=10"});
-  std::string line;
-  ASSERT_TRUE(box.ReadLine(line, 5s));
+  test::BoxProgram box(dir, {"humiditytemp=10"});
+  ASSERT_TRUE(box.ready);
   const std::string ini = dir.File("station.ini");
-  test::WriteFile(ini, "[Communication]\nPortName=" + dir.File("ttyNBX") +
+  test::WriteFile(ini, "[Communication]\nPortName=" + box.link +
                            "\nRefreshPeriod=1\nTimeout=1\n[Electrical]\nStats_Universe=2\n"
                            "[Window]\nUnitsTemp0=False\nUnitsTemp=True\nLeft=33\n"
                            "[Limit]\nClear=-20\n[Other]\nkeep=me\n");
@@ -88,9 +86,7 @@ TEST(HeadlessProgram, RunsOnTheStoredSettingsAndWritesEveryKeyAtExit) {
   ASSERT_EQ(station.Terminate(), 0);
 
   // A full cycle of the box's log: two sample passes between two "v".
-  std::istringstream log(test::ReadFile(dir.File("box.log")));
-  std::vector<std::string> commands;
-  for (std::string c; std::getline(log, c);) commands.push_back(c);
+  const std::vector<std::string> commands = box.Commands();
   const auto first = std::find(commands.begin(), commands.end(), "v");
   ASSERT_NE(first, commands.end());
   const auto next = std::find(first + 1, commands.end(), "v");
@@ -98,7 +94,7 @@ TEST(HeadlessProgram, RunsOnTheStoredSettingsAndWritesEveryKeyAtExit) {
 
   const test::IniFile saved = test::ParseIni(test::ReadFile(ini));
   ExpectEveryWrittenKey(saved);
-  EXPECT_EQ(Value(saved, "Communication", "PortName"), dir.File("ttyNBX"));
+  EXPECT_EQ(Value(saved, "Communication", "PortName"), box.link);
   EXPECT_EQ(Value(saved, "Window", "UnitsTemp"), "True");
   EXPECT_EQ(Value(saved, "Window", "Left"), "33");
   EXPECT_EQ(Value(saved, "Limit", "Clear"), "-20");

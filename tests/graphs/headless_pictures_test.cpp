@@ -6,31 +6,21 @@
 
 #include "graph_fixtures.h"
 #include "graphs/image_export.h"
-#include "support/child_process.h"
+#include "support/station_programs.h"
 
-namespace nbx {
+namespace nbx::test {
 namespace {
 
-using namespace std::chrono_literals;
-using test::ChildProcess;
-
-// The headless program against the simulated box over a pseudo-terminal, in
-// a folder of its own: with no image folder set the pictures go into the
-// current one.
+// The headless program against the simulated box over a pseudo-terminal, its
+// pictures going into the test's own folder.
 TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
-  test::TempDir dir;
-  ChildProcess box(NBX_BOXSIM_PATH, {"--link", dir.File("ttyNBX"), "humidity=85", "rain=2600"});
-  std::string line;
-  ASSERT_TRUE(box.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0) << line;
-  test::WriteFile(dir.File("station.ini"), "[Communication]\nPortName=" + dir.File("ttyNBX") +
-                                               "\nRefreshPeriod=1\nTimeout=1\n[Window]\nGraphFreq=1\nGraphImagePath=" +
-                                               dir.path() + "\n");
+  TempDir dir;
+  BoxProgram box(dir, {"humidity=85", "rain=2600"});
+  ASSERT_TRUE(box.ready);
   // No display: the program goes offscreen by itself.
-  ChildProcess station("/bin/sh",
-                       {"-c", "cd '" + dir.path() + "' && exec '" NBX_NIMBOMETER_PATH
-                              "' --headless --settings station.ini"},
-                       {"XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path(), "DISPLAY=",
-                        "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="});
+  const IniSections pictures{{"Window", {{"GraphFreq", "1"}, {"GraphImagePath", dir.path()}}}};
+  StationProgram station(dir, LinkSettings(box.link, pictures), "station",
+                         {"DISPLAY=", "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="});
 
   auto allThere = [&] {
     for (int k = 0; k < 7; ++k)
@@ -38,21 +28,21 @@ TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
         return false;
     return true;
   };
+  std::string line;
   for (int cycle = 0; cycle < 12 && !allThere(); ++cycle)
-    while (station.ReadLine(line, 10s) && line.find(" sky ") == std::string::npos) {
-    }
-  ASSERT_TRUE(allThere());
-  station.Signal(SIGTERM);
-  EXPECT_EQ(station.Wait(10s), 0);
+    if (!station.NextCycle(line)) break;
+  ASSERT_TRUE(allThere()) << ReadFile(station.errors);
+  station.process.Signal(SIGTERM);
+  EXPECT_EQ(station.process.Wait(10s), 0);
 
   const Config defaults;
   const QImage rain(QString::fromStdString(dir.File("NBX_ImageRainCondition.png")));
   ASSERT_EQ(rain.size(), QSize(DefaultGraphWidth, DefaultGraphHeight));
-  EXPECT_EQ(rain.pixel(3, 30), test::Pixel(defaults.ColorRain[0].BackColor));
+  EXPECT_EQ(rain.pixel(3, 30), Pixel(defaults.ColorRain[0].BackColor));
   const QImage humidity(QString::fromStdString(dir.File("NBX_ImageHumidityCondition.png")));
-  EXPECT_EQ(humidity.pixel(3, 30), test::Pixel(defaults.ColorHumidity[2].BackColor));
+  EXPECT_EQ(humidity.pixel(3, 30), Pixel(defaults.ColorHumidity[2].BackColor));
   EXPECT_FALSE(QImage(QString::fromStdString(dir.File("NBX_ImageTemperature.png"))).isNull());
 }
 
 }  // namespace
-}  // namespace nbx
+}  // namespace nbx::test

@@ -4,40 +4,19 @@
 #include <QJsonObject>
 #include <csignal>
 #include <filesystem>
-#include <regex>
+#include <thread>
 
-#include "support/child_process.h"
+#include "support/station_programs.h"
 
-namespace nbx {
+namespace nbx::test {
 namespace {
-
-using namespace std::chrono_literals;
-using test::ChildProcess;
-
-// A headless station with its own settings file; the lines it prints per cycle.
-struct Station {
-  Station(const std::string& settings, const std::string& home)
-      : process(NBX_NIMBOMETER_PATH, {"--headless", "--settings", settings},
-                {"XDG_CONFIG_HOME=" + home + "/config", "HOME=" + home}) {}
-  bool NextCycle(std::string& line, std::chrono::milliseconds timeout = 10s) {
-    while (process.ReadLine(line, timeout))
-      if (line.find(" sky ") != std::string::npos) return true;
-    return false;
-  }
-  ChildProcess process;
-};
-
-std::string Field(const std::string& line, const std::string& name) {
-  std::smatch m;
-  return std::regex_search(line, m, std::regex("  " + name + " (\\S+)")) ? m[1].str() : "";
-}
 
 // A JSON file that its writer may be rewriting just now: read until it parses.
 QJsonObject ReadJson(const std::string& path) {
   for (int attempt = 0; attempt < 50; ++attempt) {
     QJsonParseError error{};
     const QJsonDocument doc =
-        QJsonDocument::fromJson(QByteArray::fromStdString(test::ReadFile(path)), &error);
+        QJsonDocument::fromJson(QByteArray::fromStdString(ReadFile(path)), &error);
     if (error.error == QJsonParseError::NoError && doc.isObject()) return doc.object();
     std::this_thread::sleep_for(20ms);
   }
@@ -46,47 +25,48 @@ QJsonObject ReadJson(const std::string& path) {
 }
 
 TEST(MasterAndRemote, TheRemoteFollowsTheMasterAndNoticesWhenItStops) {
-  test::TempDir dir;
+  TempDir dir;
   for (const char* sub : {"share", "master", "remote"}) std::filesystem::create_directory(dir.File(sub));
 
   // The box: its ambient comes from the humidity sensor, as warm as the
   // infrared sensor's body, so that both stations take the same ambient.
-  const std::string link = dir.File("ttyNBX");
-  ChildProcess box(NBX_BOXSIM_PATH, {"--link", link, "skyraw=-1852", "rain=3123", "humiditytemp=12",
-                                     "skysensor=12"});
-  std::string line;
-  ASSERT_TRUE(box.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0) << line;
+  BoxProgram box(dir, {"skyraw=-1852", "rain=3123", "humiditytemp=12", "skysensor=12"});
+  ASSERT_TRUE(box.ready);
 
-  test::WriteFile(dir.File("master.ini"),
-                  "[Communication]\nPortName=" + link + "\nRefreshPeriod=1\nTimeout=1\n"
-                  "[Window]\nPathName=" + dir.File("master") + "\nFileName=night\nAutoStartRecording=1\n"
-                  // A wind mean of one reading: the mean does not move from cycle to cycle.
-                  "AvgWindCalc=1\n"
-                  "[COMMFile]\nNMRole0=True\nNMRole1=False\nNetFilePath=" + dir.File("share") +
-                  "\nNetFileName=NBX_NMNetData.dat\nFileNameCCDAP4=NBX_SLD.dat\nPathNameCCDAP4=" +
-                  dir.File("master") + "\n");
-  test::WriteFile(dir.File("remote.ini"),
-                  "[Communication]\nRefreshPeriod=1\nCOMTimeout=10\n"
-                  "[Window]\nPathName=" + dir.File("remote") + "\nFileName=night\nAutoStartRecording=1\n"
-                  "[COMMFile]\nNMRole0=False\nNMRole1=True\nNetFilePathRemote=" + dir.File("share") +
-                  "\nNetFileName=NBX_NMNetData.dat\nFileNameCCDAP4=NBX_SLD.dat\nPathNameCCDAP4=" +
-                  dir.File("remote") + "\n");
+  const IniSections master = MasterSettings(
+      box.link, dir.File("master"),
+      {// A wind mean of one reading: the mean does not move from cycle to cycle.
+       {"Window", {{"AvgWindCalc", "1"}}},
+       {"COMMFile",
+        {{"NMRole0", "True"},
+         {"NMRole1", "False"},
+         {"NetFilePath", dir.File("share")},
+         {"NetFileName", "NBX_NMNetData.dat"},
+         {"FileNameCCDAP4", "NBX_SLD.dat"}}}});
+  const IniSections remote{
+      {"Communication", {{"RefreshPeriod", "1"}, {"COMTimeout", "10"}}},
+      {"Window", {{"PathName", dir.File("remote")}, {"FileName", "night"}, {"AutoStartRecording", "1"}}},
+      {"COMMFile",
+       {{"NMRole0", "False"},
+        {"NMRole1", "True"},
+        {"NetFilePathRemote", dir.File("share")},
+        {"NetFileName", "NBX_NMNetData.dat"},
+        {"FileNameCCDAP4", "NBX_SLD.dat"},
+        {"PathNameCCDAP4", dir.File("remote")}}}};
 
-  Station master(dir.File("master.ini"), dir.path());
+  StationProgram masterStation(dir, master, "master");
   std::string masterLine;
-  for (int i = 0; i < 3; ++i) ASSERT_TRUE(master.NextCycle(masterLine)) << "master cycle " << i;
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(masterStation.NextCycle(masterLine)) << "master cycle " << i;
   // -18.52 corrected for an ambient of 12 degrees: -(0.33 x 12 + 0.04 x exp(1.2)).
   ASSERT_EQ(Field(masterLine, "sky"), "-22.6") << masterLine;
 
-  Station remote(dir.File("remote.ini"), dir.path());
+  StationProgram remoteStation(dir, remote, "remote");
   std::string remoteLine;
-  bool mirrored = false;
-  for (int i = 0; i < 6 && !mirrored && remote.NextCycle(remoteLine); ++i)
-    mirrored = Field(remoteLine, "sky") == Field(masterLine, "sky");
-  ASSERT_TRUE(mirrored) << remoteLine << "\n" << masterLine;
+  auto mirrored = [&](const std::string& l) { return Field(l, "sky") == Field(masterLine, "sky"); };
+  ASSERT_TRUE(remoteStation.CycleWhere(mirrored, 6, remoteLine)) << remoteLine << "\n" << masterLine;
   for (const char* field : {"ambient", "rain", "humidity", "wind"})
     EXPECT_EQ(Field(remoteLine, field), Field(masterLine, field)) << field << "\n" << remoteLine;
-  EXPECT_EQ(remoteLine.find("SAFE") != std::string::npos, masterLine.find("SAFE") != std::string::npos);
+  EXPECT_EQ(IsUnsafe(remoteLine), IsUnsafe(masterLine));
   EXPECT_EQ(Field(remoteLine, "codes"), "") << remoteLine;
 
   // The remote judges for itself from the mirrored values: the same
@@ -99,24 +79,22 @@ TEST(MasterAndRemote, TheRemoteFollowsTheMasterAndNoticesWhenItStops) {
   EXPECT_EQ(r.value("slddata").toString().mid(93), m.value("slddata").toString().mid(93))
       << "conditions and verdict at their offsets";
   EXPECT_FALSE(std::filesystem::exists(dir.File("remote/NBX_NMNetData.dat")));
-  const std::string remoteCsv = test::ReadFile(dir.File("remote/night.csv"));
+  const std::string remoteCsv = ReadFile(dir.File("remote/night.csv"));
   EXPECT_NE(remoteCsv.find("\"Relative Pressure\","), std::string::npos) << remoteCsv;
   EXPECT_EQ(remoteCsv.find("Absolute Pressure"), std::string::npos) << "a remote has no absolute pressure";
-  EXPECT_NE(test::ReadFile(dir.File("master/night.csv")).find("\"Absolute Pressure\","), std::string::npos);
+  EXPECT_NE(ReadFile(dir.File("master/night.csv")).find("\"Absolute Pressure\","), std::string::npos);
 
   // The master stops writing: past COMTimeout the remote says so, and keeps
   // the last values, which are far from five minutes old.
-  master.process.Signal(SIGTERM);
-  EXPECT_EQ(master.process.Wait(10s), 0);
-  bool old = false;
-  for (int i = 0; i < 30 && !old && remote.NextCycle(remoteLine); ++i)
-    old = Field(remoteLine, "codes") == "w42";
-  EXPECT_TRUE(old) << remoteLine;
+  masterStation.process.Signal(SIGTERM);
+  EXPECT_EQ(masterStation.process.Wait(10s), 0);
+  auto old = [](const std::string& l) { return Field(l, "codes") == "w42"; };
+  EXPECT_TRUE(remoteStation.CycleWhere(old, 30, remoteLine)) << remoteLine;
   EXPECT_EQ(Field(remoteLine, "sky"), Field(masterLine, "sky")) << remoteLine;
 
-  remote.process.Signal(SIGTERM);
-  EXPECT_EQ(remote.process.Wait(10s), 0);
+  remoteStation.process.Signal(SIGTERM);
+  EXPECT_EQ(remoteStation.process.Wait(10s), 0);
 }
 
 }  // namespace
-}  // namespace nbx
+}  // namespace nbx::test

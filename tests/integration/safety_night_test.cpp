@@ -8,14 +8,12 @@
 #include <sstream>
 #include <thread>
 
-#include "support/child_process.h"
+#include "support/station_programs.h"
 #include "support/wave_file.h"
 
-namespace nbx {
+namespace nbx::test {
 namespace {
 
-using namespace std::chrono_literals;
-using test::ChildProcess;
 using Lines = std::vector<std::string>;
 
 // One finished cycle of the headless station: the log lines the verdict
@@ -23,70 +21,61 @@ using Lines = std::vector<std::string>;
 struct Cycle {
   Lines log;
   std::string summary;
-  bool Unsafe() const { return summary.find("  UNSAFE") != std::string::npos; }
+  bool Unsafe() const { return IsUnsafe(summary); }
   bool Has(const std::string& text) const { return summary.find(text) != std::string::npos; }
 };
 
 void WriteScript(const std::string& path, const std::string& body) {
-  test::WriteFile(path, "#!/bin/sh\n" + body);
+  WriteFile(path, "#!/bin/sh\n" + body);
   std::filesystem::permissions(path, std::filesystem::perms::owner_all);
 }
 
 Lines FileLines(const std::string& path) {
   Lines lines;
-  std::istringstream in(test::ReadFile(path));
+  std::istringstream in(ReadFile(path));
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   return lines;
 }
 
 class SafetyNight : public ::testing::Test {
  protected:
-  SafetyNight()
-      : scripts(dir.File("roof scripts")),
-        changes(dir.File("changes.log")),
-        boxLog(dir.File("box.log")),
-        box(NBX_BOXSIM_PATH, {"--link", dir.File("ttyNBX"), "--log", boxLog, "skyraw=-1500", "rain=3300"}) {
-    std::string line;
-    boxReady = box.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0;
+  SafetyNight() : scripts(dir.File("roof scripts")), changes(dir.File("changes.log")) {
     std::filesystem::create_directory(scripts);
     WriteScript(scripts + "/close roof.sh", "echo unsafe >> '" + changes + "'\n");
     WriteScript(scripts + "/open roof.sh", "echo safe >> '" + changes + "'\n");
-    test::WriteSilentWave(dir.File("alarm.wav"), 0.1);
-    test::WriteFile(dir.File("station.ini"),
-                    "[Communication]\nPortName=" + dir.File("ttyNBX") +
-                        "\nRefreshPeriod=1\nTimeout=1\n"
-                        "[Window]\nCloudTempFactor=False\nSafeDelayVal=2\n"
-                        // The verdict must not hang on a sensor this night does not watch.
-                        "UnknownUnsafe=0\n"
-                        "ScriptFileUNSAFE=\"CLOSE ROOF.sh\"\nScriptPathUNSAFE=\"" + scripts + "\"\n"
-                        "ScriptFileSAFE=\"open roof.sh\"\nScriptPathSAFE=\"" + scripts + "\"\n"
-                        "[AlarmCloud]\nOvercast=\"" + dir.File("alarm.wav") + "|repeat\"\nOvercastStat=1\n");
+    WriteSilentWave(dir.File("alarm.wav"), 0.1);
   }
 
   void StartStation() {
     // Where the machine can play sound, the sound server's client library
     // keeps memory to the end; under the leak checker that is not ours.
-    test::WriteFile(dir.File("leaks.supp"), "leak:libpulse.so\n");
-    station = std::make_unique<ChildProcess>(
-        NBX_NIMBOMETER_PATH, std::vector<std::string>{"--headless", "--settings", dir.File("station.ini")},
-        std::vector<std::string>{"XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path(),
-                                 "LSAN_OPTIONS=suppressions=" + dir.File("leaks.supp")});
+    WriteFile(dir.File("leaks.supp"), "leak:libpulse.so\n");
+    const IniSections night{
+        {"Window",
+         {{"CloudTempFactor", "False"},
+          {"SafeDelayVal", "2"},
+          // The verdict must not hang on a sensor this night does not watch.
+          {"UnknownUnsafe", "0"},
+          {"ScriptFileUNSAFE", "\"CLOSE ROOF.sh\""},
+          {"ScriptPathUNSAFE", "\"" + scripts + "\""},
+          {"ScriptFileSAFE", "\"open roof.sh\""},
+          {"ScriptPathSAFE", "\"" + scripts + "\""}}},
+        {"AlarmCloud", {{"Overcast", "\"" + dir.File("alarm.wav") + "|repeat\""}, {"OvercastStat", "1"}}},
+    };
+    station = std::make_unique<StationProgram>(dir, LinkSettings(box.link, night), "station",
+                                               Lines{"LSAN_OPTIONS=suppressions=" + dir.File("leaks.supp")});
   }
 
   bool Next(Cycle& cycle) {
     cycle = {};
-    std::string line;
-    while (station->ReadLine(line, 10s)) {
-      if (line.find("  sky ") == std::string::npos) {
-        // The start-up's own trace ("Sub main" ... and the version) is no verdict line.
-        if (line.rfind("Sub main", 0) != 0 && line.rfind("NBX_Nimbometer (v", 0) != 0)
-          cycle.log.push_back(line);
-        continue;
-      }
-      cycle.summary = line;
-      return true;
+    const std::size_t seen = station->output.size();
+    if (!station->NextCycle(cycle.summary)) return false;
+    for (std::size_t i = seen; i < station->output.size(); ++i) {
+      const std::string& line = station->output[i];
+      // The start-up's own trace ("Sub main" ... and the version) is no verdict line.
+      if (line.rfind("Sub main", 0) != 0 && line.rfind("NBX_Nimbometer (v", 0) != 0) cycle.log.push_back(line);
     }
-    return false;
+    return true;
   }
 
   // Reads cycles until one satisfies `done`, at most `most` of them.
@@ -100,7 +89,7 @@ class SafetyNight : public ::testing::Test {
 
   // The clouds come: unsafe at once, the roof closes, the box reports its relay closed.
   void CloudsCome() {
-    box.WriteLine("skyraw=500");
+    ASSERT_TRUE(box.Tell("skyraw=500"));
     Cycle c;
     ASSERT_TRUE(Until(c, [](const Cycle& k) { return k.Unsafe(); })) << c.summary;
     EXPECT_EQ(c.log, (Lines{"Detected unsafe by clouds", "Safety condition changed", "Setting UNSAFE"}));
@@ -111,7 +100,7 @@ class SafetyNight : public ::testing::Test {
 
   // The clouds go: held unsafe for the two seconds of the delay, then safe.
   void CloudsGo() {
-    box.WriteLine("skyraw=-1500");
+    ASSERT_TRUE(box.Tell("skyraw=-1500"));
     Cycle c;
     auto changed = [](const Cycle& k) { return !k.log.empty() && k.log[0] == "Safety condition changed"; };
     ASSERT_TRUE(Until(c, changed)) << c.summary;
@@ -123,15 +112,14 @@ class SafetyNight : public ::testing::Test {
     EXPECT_TRUE(c.log.empty());
   }
 
-  test::TempDir dir;
-  std::string scripts, changes, boxLog;
-  ChildProcess box;
-  bool boxReady = false;
-  std::unique_ptr<ChildProcess> station;
+  TempDir dir;
+  std::string scripts, changes;
+  BoxProgram box{dir, {"skyraw=-1500", "rain=3300"}};
+  std::unique_ptr<StationProgram> station;
 };
 
 TEST_F(SafetyNight, CloudsComeAndGoAndTheRelayAndScriptsFollow) {
-  ASSERT_TRUE(boxReady);
+  ASSERT_TRUE(box.ready);
   StartStation();
   Cycle first;
   ASSERT_TRUE(Next(first));
@@ -151,13 +139,13 @@ TEST_F(SafetyNight, CloudsComeAndGoAndTheRelayAndScriptsFollow) {
   ASSERT_TRUE(Next(more) && Next(more));
   EXPECT_EQ(FileLines(changes), expected);
 
-  const Lines commands = FileLines(boxLog);
+  const Lines commands = box.Commands();
   EXPECT_NE(std::find(commands.begin(), commands.end(), "H"), commands.end());
   EXPECT_NE(std::find(commands.begin(), commands.end(), "G"), commands.end());
 
-  station->Signal(SIGTERM);
-  EXPECT_EQ(station->Wait(10s), 0);
+  station->process.Signal(SIGTERM);
+  EXPECT_EQ(station->process.Wait(10s), 0);
 }
 
 }  // namespace
-}  // namespace nbx
+}  // namespace nbx::test

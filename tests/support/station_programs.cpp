@@ -23,6 +23,20 @@ std::string WrittenSettings(const std::string& path, const IniSections& settings
   return path;
 }
 
+std::vector<std::string> StationEnvironment(const TempDir& dir, const std::string& errors,
+                                            std::vector<std::string> environment) {
+  // Later entries win: the caller's come last.
+  environment.insert(environment.begin(),
+                     {"NBX_ERRORS=" + errors, "XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()});
+  return environment;
+}
+
+IniSections Changed(IniSections sections, const IniSections& changes) {
+  for (const auto& [section, keys] : changes)
+    for (const auto& [key, value] : keys) sections[section][key] = value;
+  return sections;
+}
+
 }  // namespace
 
 std::string IniText(const IniSections& sections) {
@@ -40,6 +54,7 @@ BoxProgram::BoxProgram(const TempDir& dir, std::vector<std::string> arguments, c
       process(NBX_BOXSIM_PATH, BoxArguments(dir, std::move(arguments), name)) {
   std::string line;
   ready = process.ReadLine(line, 5s) && line.rfind("PTY ", 0) == 0;
+  if (ready) port = line.substr(4);
 }
 
 bool BoxProgram::Tell(const std::string& line) {
@@ -68,9 +83,12 @@ bool BoxProgram::WaitForCommand(const std::string& command, std::size_t after,
   return false;
 }
 
+IniSections LinkSettings(const std::string& port, const IniSections& changes) {
+  return Changed({{"Communication", {{"PortName", port}, {"RefreshPeriod", "1"}, {"Timeout", "1"}}}}, changes);
+}
+
 IniSections MasterSettings(const std::string& port, const std::string& folder, const IniSections& changes) {
-  IniSections s{
-      {"Communication", {{"PortName", port}, {"RefreshPeriod", "1"}, {"Timeout", "1"}}},
+  const IniSections master{
       {"Window",
        {{"PathName", folder},
         {"FileName", "night"},
@@ -78,18 +96,17 @@ IniSections MasterSettings(const std::string& port, const std::string& folder, c
         {"GraphImagePath", (std::filesystem::path(folder).parent_path() / "pictures").string()}}},
       {"COMMFile", {{"NetFilePath", folder}, {"PathNameCCDAP4", folder}}},
   };
-  for (const auto& [section, keys] : changes)
-    for (const auto& [key, value] : keys) s[section][key] = value;
-  return s;
+  return Changed(LinkSettings(port, master), changes);
 }
 
-StationProgram::StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name)
+StationProgram::StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name,
+                               const std::vector<std::string>& environment)
     : settings(WrittenSettings(dir.File(name + ".ini"), settings)),
       errors(dir.File(name + ".err")),
       process("/bin/sh",
               {"-c", "exec \"$0\" \"$@\" 2>\"$NBX_ERRORS\"", NBX_NIMBOMETER_PATH, "--headless", "--settings",
                this->settings},
-              {"NBX_ERRORS=" + errors, "XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()}) {}
+              StationEnvironment(dir, errors, environment)) {}
 
 bool StationProgram::NextCycle(std::string& line, std::chrono::milliseconds timeout) {
   while (process.ReadLine(line, timeout)) {

@@ -28,6 +28,7 @@ class BoxProgram {
   bool WaitForCommand(const std::string& command, std::size_t after, std::chrono::milliseconds timeout);
 
   std::string link, log;
+  std::string port;  // the pseudo-terminal the link points to at start
   ChildProcess process;
   bool ready = false;
 };
@@ -35,18 +36,22 @@ class BoxProgram {
 // An INI settings file: section -> key -> value.
 using IniSections = std::map<std::string, std::map<std::string, std::string>>;
 
-// Settings of a MASTER on `port` with a period of 1 s and a time-out of 1 s,
-// recording into `folder`/night.csv, its single-line and transfer files in
-// `folder` too, its pictures beside it; `changes` replace or add keys.
+// Settings of a station reading the box on `port` with a period of 1 s and a
+// time-out of 1 s, the rest left to their defaults; `changes` replace or add keys.
+IniSections LinkSettings(const std::string& port, const IniSections& changes = {});
+// Settings of a MASTER on `port` as above, recording into `folder`/night.csv,
+// its single-line and transfer files in `folder` too, its pictures beside it.
 IniSections MasterSettings(const std::string& port, const std::string& folder,
                            const IniSections& changes = {});
 std::string IniText(const IniSections& sections);
 
 // The headless station as its own program, with its own settings file
-// `name`.ini in `dir`; its standard error goes to `name`.err.
+// `name`.ini in `dir`; its standard error goes to `name`.err. `environment`
+// adds or replaces variables ("DISPLAY=", "LSAN_OPTIONS=...").
 class StationProgram {
  public:
-  StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name = "station");
+  StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name = "station",
+                 const std::vector<std::string>& environment = {});
 
   // The next summary line of a cycle; other lines are kept in `output`.
   bool NextCycle(std::string& line, std::chrono::milliseconds timeout = 10s);
