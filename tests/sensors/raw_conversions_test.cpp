@@ -2,10 +2,8 @@
 
 #include <cmath>
 
-#include "core/nimbometer.h"
+#include "logic_fixture.h"
 #include "sensors/raw_conversions.h"
-#include "support/fake_link.h"
-#include "support/sim_station.h"
 
 namespace nbx {
 namespace {
@@ -17,23 +15,7 @@ double CountsFor(double celsius, double pullUp, double r25, double beta) {
   return 1023.0 / (pullUp / r + 1.0);
 }
 
-class RawConversions : public ::testing::Test {
- protected:
-  RawConversions() {
-    nm.io.clock = &time;
-    nm.io.timers = &time;
-    nm.io.link = &link;
-    nm.io.host = &host;
-  }
-  void Samples(SampleArray& a, std::vector<double> values) {
-    a.values = std::move(values);
-    a.count = static_cast<int>(a.values.size());
-  }
-  test::VirtualTime time;
-  test::FakeLink link;
-  test::RecordingHost host{time};
-  Nimbometer nm;
-};
+class RawConversions : public test::LogicFixture {};
 
 TEST_F(RawConversions, ReferenceVoltageFromTheZenerOrFiveWithout) {
   Samples(nm.state.SamplesZener, {520, 520, 520});
