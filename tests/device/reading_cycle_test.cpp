@@ -9,9 +9,9 @@ namespace {
 
 using Commands = std::vector<std::string>;
 
-Commands FullCycle(int passes, bool wind) {
-  Commands c;
-  for (int i = 0; i < passes; ++i)
+// A cycle's commands after the optional sensors' opening ones.
+Commands FullCycle(Commands c, bool wind) {
+  for (int i = 0; i < 5; ++i)
     for (const char* cmd : {"S", "T", "C", "E"}) c.push_back(cmd);
   if (wind) c.push_back("V");
   for (const char* cmd : {"Q", "D", "F"}) c.push_back(cmd);
@@ -26,77 +26,54 @@ bool CycleLightShows(const Display& d, Colour colour) {
   return d.LEDSensor[0].FillColor == colour || d.LEDSensor[1].FillColor == colour;
 }
 
-Commands Concat(Commands a, const Commands& b) {
-  a.insert(a.end(), b.begin(), b.end());
-  return a;
-}
-
-TEST(ReadingCycle, CommandsOfAFirmware610CycleWithEverySensor) {
-  test::SimStation st;
-  st.nm.config.SWRole = {false, true};  // the relay's commands are the verdict's, tested there
-  StartAction(st.nm);
-  st.RunPeriods(1);
-  // A fresh port: reset, then the unknown box is asked who it is, nothing more.
-  EXPECT_EQ(st.CommandsSince(0), (Commands{"z", "B", "K"}));
-  EXPECT_EQ(st.nm.state.FirmwareMajor, 6);
-  EXPECT_FALSE(st.nm.state.NBX_DataReady);
-  std::size_t before = st.box.Commands().size();
-  st.RunPeriods(1);
-  // The anemometer answers the "v" that opens this cycle: its "V" comes from the next one.
-  EXPECT_EQ(st.CommandsSince(before), Concat({"v", "h", "t", "p"}, FullCycle(5, false)));
-  EXPECT_TRUE(st.nm.state.IsWindPresent);
-  before = st.box.Commands().size();
-  st.RunPeriods(1);
-  EXPECT_EQ(st.CommandsSince(before), Concat({"v", "h", "t", "p"}, FullCycle(5, true)));
-  EXPECT_TRUE(st.nm.state.NBX_DataReady);
-  EXPECT_EQ(st.nm.state.HumidityPresent, 1);
-  EXPECT_EQ(st.nm.state.PressurePresent, 1);
-}
-
-TEST(ReadingCycle, FirmwareDecidesTheOptionalSensors) {
+TEST(ReadingCycle, FirmwareDecidesTheOptionalSensorsAskedFor) {
   struct Case {
     const char* firmware;
+    bool wind;
     Commands opening;
   };
   const Case cases[] = {
-      {"6.00", {"v", "h", "t"}},       // this release is never asked for pressure
-      {"6.01", {"v", "h", "t", "p"}},  //
-      {"5.82", {"v", "h", "t", "p"}},  //
-      {"5.81", {"v", "h", "t"}},       //
-      {"5.50", {"v"}},                 // humidity from 5.6 on
-      {"3.10", {}},                    // no "v" before firmware 5
+      {"6.10", true, {"v", "h", "t", "p"}},
+      {"6.00", false, {"v", "h", "t"}},  // this release is never asked for pressure
+      {"5.82", false, {"v", "h", "t", "p"}},
+      {"5.81", false, {"v", "h", "t"}},
+      {"5.50", false, {"v"}},  // humidity from 5.6 on
+      {"3.10", false, {}},     // no "v" before firmware 5
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.firmware);
     test::SimStation st;
     st.nm.config.SWRole = {false, true};  // the relay's commands are the verdict's, tested there
     st.box.readings.firmware = c.firmware;
-    st.box.readings.windFitted = false;
-    st.nm.state.IsWindPresent = false;
-    st.StartAndRunFirstCycles();
-    const std::size_t before = st.box.Commands().size();
+    st.box.readings.windFitted = c.wind;
+    StartAction(st.nm);
     st.RunPeriods(1);
-    EXPECT_EQ(st.CommandsSince(before), Concat(c.opening, FullCycle(5, false))) << c.firmware;
+    // A fresh port: reset, then the unknown box is asked who it is, nothing more.
+    EXPECT_EQ(st.CommandsSince(0), (Commands{"z", "B", "K"}));
+    EXPECT_FALSE(st.nm.state.NBX_DataReady);
+    // The anemometer answers the "v" that opens a cycle: its "V" comes from the next one.
+    for (bool windAsked : {false, c.wind}) {
+      const std::size_t before = st.box.Commands().size();
+      st.RunPeriods(1);
+      EXPECT_EQ(st.CommandsSince(before), FullCycle(c.opening, windAsked));
+    }
+    EXPECT_TRUE(st.nm.state.NBX_DataReady);
   }
 }
 
 TEST(ReadingCycle, ValuesOfAGoodCycleComeFromTheBox) {
   test::SimStation st;
-  st.nm.state.Stats_Universe = 3;
+  st.nm.state.Stats_Universe = 3;  // fewer slots than the box's five passes
   st.nm.state.SizeSampleArrays();
   st.box.readings.skyIR = -1520;
-  st.box.readings.skySensor = 1175;
   st.box.readings.rainFrequency = 3123;
-  st.box.readings.zenerCounts = 520;
-  st.box.readings.humidityTemp = 12;
   st.box.readings.errorCounters = {0, 0, 0, 2};
   st.StartAndRunFirstCycles();
   const SiteState& s = st.nm.state;
   EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -15.2);
-  EXPECT_DOUBLE_EQ(s.Value_CloudTemp, 11.75);
   EXPECT_DOUBLE_EQ(s.Value_Rain, 3123);
-  EXPECT_NEAR(s.ReferenceVoltage, 1023 * 2.54 / 520, 1e-9);
-  EXPECT_NEAR(s.Value_Temp, 12, 0.01);  // borrowed from the humidity sensor
   EXPECT_EQ(s.SerialNo, "1234");
+  // The box's error counters add up cycle after cycle.
   EXPECT_EQ(st.nm.display.LblPECReading.Caption, "1");
   EXPECT_EQ(st.nm.display.LblPECTot4.Caption, "2");
   st.RunPeriods(1);
@@ -166,7 +143,6 @@ TEST(ReadingCycle, StopInTheMiddleOfACycleDropsFramesAndRestsTheHeater) {
   const int skyCount = s.SamplesSkyIR.count;
   const std::size_t before = st.box.Commands().size();
   StopAction(st.nm);
-  EXPECT_FALSE(s.IsRunning);
   st.time.RunFor(5);
   EXPECT_EQ(s.SamplesSkyIR.count, skyCount);  // frames still arriving are dropped
   st.time.RunFor(20);
@@ -198,10 +174,6 @@ TEST(ReadingCycle, AnUnpluggedAdapterIsReportedRetriedAndRecovered) {
             "Serial port /dev/ttyNBX0 error: No such file or");
   EXPECT_EQ(s.NBX_CloudCondition, 0);
   EXPECT_GT(st.host.beeps, 0);
-  // The program keeps ticking: no cycle is left hanging.
-  const int processed = st.host.cyclesProcessed;
-  st.RunPeriods(3);
-  EXPECT_GT(st.host.cyclesProcessed, processed);
 
   st.link.PlugIn();
   st.time.RunUntil([&] { return s.NBX_DataReady; }, 60000);

@@ -12,7 +12,7 @@ namespace {
 // rain plate model, and a headless station with the default sensor settings.
 TEST(HeadlessSensorValues, SummaryShowsTheDerivedValuesAndTheHeaterReachesTheBox) {
   TempDir dir;
-  BoxProgram box(dir, {"skyraw=-1852", "humiditytemp=7.5", "humidity=55", "pressure=1005", "wind=12",
+  BoxProgram box(dir, {"humiditytemp=7.5", "humidity=55", "pressure=1005", "wind=12",
                        "platemodel=1", "plateair=7.5", "rainplate=7.5"});
   ASSERT_TRUE(box.ready);
   StationProgram station(dir, LinkSettings(box.link));
@@ -21,12 +21,8 @@ TEST(HeadlessSensorValues, SummaryShowsTheDerivedValuesAndTheHeaterReachesTheBox
   std::string line;
   for (int i = 0; i < 4; ++i) ASSERT_TRUE(station.NextCycle(line)) << "cycle " << i;
 
-  EXPECT_DOUBLE_EQ(Number(line, "sky"), -21.1) << line;  // -18.52 corrected for 7.5 degrees
   EXPECT_DOUBLE_EQ(Number(line, "dew"), -1.0) << line;   // 55 % at 7.5 degrees
   EXPECT_DOUBLE_EQ(Number(line, "pressure"), 1017.3) << line;  // 1005 hPa at 100 m
-  // The first speeds are diluted by the zeros of Start; the gust is the speed.
-  EXPECT_GT(Number(line, "wind"), 0) << line;
-  EXPECT_LT(Number(line, "wind"), 12) << line;
   EXPECT_DOUBLE_EQ(Number(line, "gust"), 12) << line;
   // The plate at the air's 7.5 is 5.25 below its target: the duty went up by 0.2.
   EXPECT_EQ(Field(line, "heater"), "20%") << line;
@@ -34,11 +30,7 @@ TEST(HeadlessSensorValues, SummaryShowsTheDerivedValuesAndTheHeaterReachesTheBox
   station.process.Signal(SIGTERM);
   EXPECT_EQ(station.process.Wait(10s), 0);
   const std::vector<std::string> commands = box.Commands();
-  auto sent = [&commands](const char* command) {
-    return std::find(commands.begin(), commands.end(), command) != commands.end();
-  };
-  EXPECT_TRUE(sent("P0205")) << ReadFile(box.log);
-  EXPECT_TRUE(sent("P0102")) << ReadFile(box.log);  // the resting duty at Stop
+  EXPECT_NE(std::find(commands.begin(), commands.end(), "P0205"), commands.end()) << ReadFile(box.log);
 }
 
 }  // namespace

