@@ -86,6 +86,9 @@ TEST_F(WireProtocol, SampleFramesTheirMarksAndDamagedNumbers) {
   Reply('1', "12x4");  // damaged: its slot keeps what it held
   EXPECT_EQ(s.SamplesSkyIR.values, (std::vector<double>{99900, 10000.5, 0, 0, 0}));
   EXPECT_EQ(s.SamplesSkyIR.count, 3);
+  // A sixth sample of a cycle of five is dropped.
+  for (const char* v : {"1", "2", "3"}) Reply('1', v);
+  EXPECT_EQ(s.SamplesSkyIR.values, (std::vector<double>{99900, 10000.5, 0, 1, 2}));
 
   Receive(Frame('8', " 250000 ") + Frame('R', "3300") + EndOfReplyFrame());
   EXPECT_TRUE(s.SQMPresent);
@@ -96,7 +99,7 @@ TEST_F(WireProtocol, SampleFramesTheirMarksAndDamagedNumbers) {
   // After Stop the rest of a reply is dropped.
   s.IsRunning = false;
   Receive(Frame('1', "-1") + Frame('Q', "511") + EndOfReplyFrame());
-  EXPECT_EQ(s.SamplesSkyIR.count, 3);
+  EXPECT_EQ(s.SamplesSkyIR.count, 6);
   EXPECT_EQ(s.SamplesSkyIR.values[0], 99900);
   EXPECT_NEAR(s.Value_RainHeat, 511 / 1023.0, 1e-12);  // the duty is always taken
   EXPECT_EQ(nm.display.LblRainH.Caption, "");
