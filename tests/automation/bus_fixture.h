@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QString>
@@ -29,7 +31,6 @@ class BusClient {
   BusClient& operator=(const BusClient&) = delete;
 
   bool Connected() const { return connection_.isConnected(); }
-  QString UniqueName() const { return connection_.baseService(); }
 
   // A method of the class, or of `interface` on `path`.
   QDBusMessage Call(const QString& member, const QVariantList& args = {});
@@ -74,6 +75,29 @@ class ServedStation {
 
  private:
   QString connectionName_;
+};
+
+// A served station and a client of it, the settings, site and window at hand.
+class OnTheBus : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(station.registered) << station.registerError.toStdString();
+    ASSERT_TRUE(client.Connected()) << "no session bus: run inside dbus-run-session";
+  }
+  ServedStation station;
+  BusClient client;
+  Config& c = station.nm.config;
+  SiteState& s = station.nm.state;
+  Display& d = station.nm.display;
+};
+
+// The same, the station started and through its first cycles.
+class OnTheBusRunning : public OnTheBus {
+ protected:
+  void SetUp() override {
+    ASSERT_NO_FATAL_FAILURE(OnTheBus::SetUp());
+    station.st.StartAndRunFirstCycles();
+  }
 };
 
 }  // namespace nbx::test

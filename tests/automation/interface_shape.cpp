@@ -27,7 +27,6 @@ std::map<std::string, InterfaceShape> ReadShapes(const QString& xml, const std::
         face->propertyTypes[attr("name")] = attr("type");
       } else if (tag == "method" && face) {
         face->members.push_back("method " + attr("name"));
-        face->methodNames.push_back(attr("name"));
         method = &face->members.back();
       } else if (tag == "arg" && method) {
         *method += " " + attr("direction") + " " + attr("type") + " " + attr("name") + ",";

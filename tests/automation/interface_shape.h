@@ -13,7 +13,6 @@ namespace nbx::test {
 struct InterfaceShape {
   std::vector<std::string> members;
   std::map<std::string, std::string> propertyTypes;
-  std::vector<std::string> methodNames;
 };
 
 // The interfaces of a description, by "node path|interface name"; nested

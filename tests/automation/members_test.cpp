@@ -1,4 +1,5 @@
-// What the members do, as a client sees it over the bus.
+// What the members do, as a client sees it over the bus: writes run the
+// controls' change handling, reads give the window's words.
 
 #include <gtest/gtest.h>
 
@@ -7,27 +8,17 @@
 #include <filesystem>
 
 #include "bus_fixture.h"
+#include "graphs/graph_ring.h"
 
 namespace nbx {
 namespace {
 
-using test::BusClient;
-using test::ServedStation;
-
-class AutomationMembers : public ::testing::Test {
+class AutomationMembers : public test::OnTheBus {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(station.registered) << station.registerError.toStdString();
-    ASSERT_TRUE(client.Connected()) << "no session bus: run inside dbus-run-session";
-  }
   double Number(const char* property) { return client.Get(property).toDouble(); }
   QString Text(const char* member, const QVariantList& args) {
     return client.Call(member, args).arguments().value(0).toString();
   }
-  ServedStation station;
-  BusClient client;
-  Config& c = station.nm.config;
-  SiteState& s = station.nm.state;
 };
 
 TEST_F(AutomationMembers, ThirdLimitsAndUnknownThresholdsAreLinkedOnWrite) {
@@ -54,24 +45,47 @@ TEST_F(AutomationMembers, AnAlarmWithoutASoundFallsBackToOff) {
   client.Set("SoundClear", QStringLiteral("bell.wav"));
   client.Set("AlarmClear", QVariant::fromValue<short>(1));
   EXPECT_EQ(client.Get("AlarmClear").toInt(), 1);
-  EXPECT_TRUE(station.nm.display.UnsafeBlocks[0].AlarmIconOn[0]);
+  EXPECT_TRUE(d.UnsafeBlocks[0].AlarmIconOn[0]);
   client.Set("SoundClear", QString());
   EXPECT_EQ(client.Get("AlarmClear").toInt(), 0);
   // The descriptions are the words of the check boxes too.
   client.Set("DescWindWindy", QStringLiteral("Breezy"));
-  EXPECT_EQ(station.nm.display.CheckWind[1].Caption, "Breezy");
+  EXPECT_EQ(d.CheckWind[1].Caption, "Breezy");
   EXPECT_EQ(c.ColorWind[1].Caption, "Breezy");
 }
 
-TEST_F(AutomationMembers, UnitLettersAreCaseSensitiveAndConvertWhatIsHeld) {
-  EXPECT_EQ(client.Get("UnitSpeed").toString(), "K");
+// A unit letter is taken in its own case only. A change converts what is
+// held in the unit; going back gives it again within rounding.
+TEST_F(AutomationMembers, UnitChangesConvertWhatIsHeldAndComeBackWithinRounding) {
+  c.GraphFreq = 1;
+  station.st.StartAndRunFirstCycles();
+  station.st.RunPeriods(2);
+  const GraphRing history = s.NBX_GraphArrayWind;
+  const std::vector<double> samples = s.WindSamples;
+  ASSERT_GE(history.size(), 3u);
+  ASSERT_GT(samples.back(), 0);
+
   client.Set("UnitSpeed", QStringLiteral("X"));
   EXPECT_EQ(client.Get("UnitSpeed").toString(), "K");
+  client.Set("UnitSpeed", QStringLiteral("M"));
+  EXPECT_DOUBLE_EQ(c.WindLimit[1], 10 / 1.609344);
+  EXPECT_DOUBLE_EQ(s.NBX_GraphArrayWind[1].Value, history[1].Value / 1.609344);
+  EXPECT_EQ(s.NBX_GraphArrayWind[1].Time, history[1].Time);
+  EXPECT_DOUBLE_EQ(s.WindSamples.back(), samples.back() / 1.609344);
+  client.Set("NBX_SpeedUnits", QStringLiteral("m"));
+  EXPECT_EQ(client.Get("UnitSpeed").toString(), "m");
+  EXPECT_NEAR(c.WindLimit[1], 10 / 3.6, 1e-9);
   client.Set("UnitSpeed", QStringLiteral("k"));
   EXPECT_EQ(client.Get("NBX_SpeedUnits").toString(), "k");
-  client.Set("NBX_SpeedUnits", QStringLiteral("K"));
-  EXPECT_EQ(client.Get("UnitSpeed").toString(), "K");
+  client.Set("UnitSpeed", QStringLiteral("K"));
   EXPECT_EQ(c.UnitsSpeed, (std::array<bool, 4>{true, false, false, false}));
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(c.WindLimit[i], Config{}.WindLimit[i], 1e-9);
+  EXPECT_NEAR(s.NBX_GraphArrayWind.back().Value, history.back().Value, 1e-9);
+  EXPECT_NEAR(s.WindSamples.back(), samples.back(), 1e-9);
+  // The following cycles' wind is in the unit chosen, once the mean is full.
+  client.Set("UnitSpeed", QStringLiteral("m"));
+  station.st.RunPeriods(8);
+  EXPECT_NEAR(s.Value_Wind, 7 / 3.6, 1e-6);
 
   client.Set("NBX_TemperatureUnits", QStringLiteral("f"));
   EXPECT_EQ(client.Get("NBX_TemperatureUnits").toString(), "C");
@@ -81,6 +95,32 @@ TEST_F(AutomationMembers, UnitLettersAreCaseSensitiveAndConvertWhatIsHeld) {
   // The unit in use again converts nothing.
   client.Set("NBX_TemperatureUnits", QStringLiteral("F"));
   EXPECT_EQ(Number("ThreshTempClear"), 23);
+}
+
+TEST_F(AutomationMembers, ValuesCorrectThemselvesAsTheirControlsDo) {
+  const auto after = [&](const char* property, double value, const auto& field) {
+    client.Set(property, value);
+    return field;
+  };
+  EXPECT_EQ(after("ReadCycle", 5, c.RefreshPeriod), 10);
+  EXPECT_EQ(after("ReadCycle", 75, c.RefreshPeriod), 60);
+  EXPECT_EQ(after("ReadCycle", 30.4, c.RefreshPeriod), 30);
+  EXPECT_EQ(after("FileSaveFrequency", 3.9, c.SaveFreq), 3);
+  EXPECT_EQ(after("FileSaveFrequency", -2, c.SaveFreq), 1);
+  EXPECT_EQ(after("NoConsecutiveRS232Errors", 0, c.UnknownRS232NoError), 1);
+  // The correction factors keep what was written, beyond the dialog's range.
+  EXPECT_EQ(after("TempFactorK5", 200, c.CloudTempK5), 200);
+  client.Set("TempFactorON", false);
+  EXPECT_FALSE(d.CloudTempFactorFields.Visible);
+  client.Set("TempFactorON", true);
+  EXPECT_TRUE(d.CloudTempFactorFields.Visible);
+  // The brightness graph is the day graph; the temperature graph has a third colour.
+  client.Set("GraphLabelColorBrightness", 0x0000FF);
+  client.Set("GraphBackColorTemp", 0x123456);
+  EXPECT_EQ(c.GraphColorDay[0], 0x0000FFu);
+  EXPECT_EQ(c.GraphColorTemp[2], 0x123456u);
+  client.Call("WindowMinimize");
+  EXPECT_TRUE(d.mPopRestore.Enabled);
 }
 
 TEST_F(AutomationMembers, SkyConditionWetnessAndTheDelayMessageFollowTheirRules) {
@@ -95,7 +135,6 @@ TEST_F(AutomationMembers, SkyConditionWetnessAndTheDelayMessageFollowTheirRules)
     EXPECT_EQ(client.Get("Condition_Sky").toInt(), k.sky) << k.rain << "/" << k.cloud;
     EXPECT_EQ(client.Get("Condition_WetF").toBool(), k.wet) << k.rain;
   }
-  Display& d = station.nm.display;
   d.SafeDelayMsg.Caption = " SAFE condition delayed by 20 s ";
   EXPECT_EQ(client.Get("NBX_SafeDelayMsg").toString(), "SAFE condition delayed by 20 s");
   d.StatusBar.Caption = "Cannot write ";
@@ -105,33 +144,29 @@ TEST_F(AutomationMembers, SkyConditionWetnessAndTheDelayMessageFollowTheirRules)
 }
 
 TEST_F(AutomationMembers, DataDisplayedGivesTheWindowsWordsAndColours) {
+  // An item's value, description and colour, as "value | desc | color".
+  const auto shown = [&](const char* item) {
+    QStringList kinds;
+    for (const char* kind : {"value", "desc", "color"}) kinds << Text("NBX_DataDisplayed", {item, kind});
+    return kinds.join(QStringLiteral(" | "));
+  };
   s.Value_Rain = 2874.6;
   s.Value_Cloud = -12.34;
   s.Value_Day = 10000;
-  Display& d = station.nm.display;
   d.BarCloud[2] = {"Cloudy", colours::Black, 0xC0E0FF};
-  d.BarDay[2].Caption = "Dark";
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"rain", "VALUE"}), "2875 cycles");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"rain", "value"}), "2875 cycles");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"Rain", "value"}), "n/a");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"cloud", "value"}), "-12.3 C");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"cloud", "desc"}), "Cloudy");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"cloud", "Color"}), "#FFE0C0");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"brightnesss", "value"}), "10000 K");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"brightnesss", "desc"}), "Dark");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"humididty", "color"}), "#80FFFF");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"cloud", "colour"}), "");
+  d.BarDay[2] = {"Dark", colours::Black, 0x102030};
+  EXPECT_EQ(shown("cloud"), "-12.3 C | Cloudy | #FFE0C0");
+  EXPECT_EQ(shown("brightnesss"), "10000 K | Dark | #302010");
+  EXPECT_EQ(shown("humididty"), "n/a | n/a | #80FFFF");
   // Spelled the usual way they are unknown items: the unknown colour.
-  for (const char* item : {"humidity", "brightness"}) {
-    EXPECT_EQ(Text("NBX_DataDisplayed", {item, "value"}), "n/a") << item;
-    EXPECT_EQ(Text("NBX_DataDisplayed", {item, "desc"}), "n/a") << item;
-    EXPECT_EQ(Text("NBX_DataDisplayed", {item, "color"}), "#C0C0FF") << item;
-  }
+  EXPECT_EQ(shown("humidity"), "n/a | n/a | #C0C0FF");
+  EXPECT_EQ(shown("brightness"), "n/a | n/a | #C0C0FF");
+  EXPECT_EQ(Text("NBX_DataDisplayed", {"rain", "VALUE"}), "2875 cycles");
+  EXPECT_EQ(Text("NBX_DataDisplayed", {"Rain", "value"}), "n/a");
+  EXPECT_EQ(Text("NBX_DataDisplayed", {"cloud", "colour"}), "");
   // Without an anemometer the wind is not available.
   s.IsWindPresent = false;
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"wind", "value"}), "n/a");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"wind", "desc"}), "n/a");
-  EXPECT_EQ(Text("NBX_DataDisplayed", {"wind", "color"}), "#80FFFF");
+  EXPECT_EQ(shown("wind"), "n/a | n/a | #80FFFF");
   s.IsWindPresent = true;
   s.Value_Wind = 12.4;
   c.UnitSpeedStr = "m";
@@ -171,11 +206,10 @@ TEST_F(AutomationMembers, GraphMembersReachTheHistoryByNumber) {
   EXPECT_EQ(client.Call("GetGraphFreq", {7}).arguments().value(0).toInt(), 1);
   client.Set("ReadCycle", 5.0);
   EXPECT_EQ(client.Call("GetGraphCycle", {1}).arguments().value(0).toInt(), 10);
-  EXPECT_EQ(station.nm.display.GraphSpanDesc.Caption, "00 h 33 m 20 s");
+  EXPECT_EQ(d.GraphSpanDesc.Caption, "00 h 33 m 20 s");
 }
 
 TEST_F(AutomationMembers, RoleRelayOptionAndCompanionSettingAsTheContractHasThem) {
-  EXPECT_TRUE(client.Get("NBX_DeviceSwitchCtrl").toBool());
   client.Set("NBX_DeviceSwitchCtrl", true);
   EXPECT_EQ(c.SWRole, (std::array<bool, 2>{false, true}));
   EXPECT_FALSE(client.Get("NBX_DeviceSwitchCtrl").toBool());
@@ -186,7 +220,6 @@ TEST_F(AutomationMembers, RoleRelayOptionAndCompanionSettingAsTheContractHasThem
   client.Set("NBX_DeviceSwitchCtrl", true);
   EXPECT_EQ(c.SWRole, (std::array<bool, 2>{true, false}));
   EXPECT_EQ(client.Get("NBX_DeviceRole").toString(), "REMOTE");
-  EXPECT_EQ(client.Get("Version").toString(), "7.00.000");
   // The companion program's own store, read afresh at each call.
   EXPECT_EQ(client.Get("NBX_UseMeteodesk").toString(), "0");
   const std::string store = test::ConfigHome() + "/NBX_Meteodesk";

@@ -52,19 +52,5 @@ TEST(BoxPhysics, ReferenceAndInfraredTemperaturesAsTheProgramSeesThem) {
   EXPECT_EQ(ProgramReads(box, "T", '2'), 326);
 }
 
-TEST(BoxPhysics, HumidityAndPressureWordsInvertTheProgramsScales) {
-  Box box;
-  box.readings.humidity = 87.3;
-  box.readings.humidityTemp = -7.25;
-  box.readings.pressureHpa = 1013.27;
-  EXPECT_NEAR(ProgramReads(box, "h", 'h') * 125 / 65536 - 6, 87.3, 0.002);
-  EXPECT_NEAR(ProgramReads(box, "t", 't') * 175.72 / 65536 - 46.85, -7.25, 0.003);
-  EXPECT_NEAR(ProgramReads(box, "p", 'p') / 16, 1013.27, 0.04);
-
-  box.readings.firmware = "5.82";
-  EXPECT_NEAR(ProgramReads(box, "h", 'h') * 125 / 100 - 6, 87.3, 0.001);
-  EXPECT_NEAR(ProgramReads(box, "t", 't') * 1.7572 - 46.85, -7.25, 0.001);
-}
-
 }  // namespace
 }  // namespace nbx::boxsim

@@ -8,7 +8,8 @@ namespace {
 
 using Frames = std::vector<std::string>;
 
-// Every frame of the reply but the end-of-reply frame, which must close it.
+// Every frame of the reply but the end-of-reply frame, which must close it;
+// a reply that is not whole frames shows as a ragged last frame.
 Frames Answer(Box& box, const std::string& command) {
   Frames frames = FramesOf(box.Receive(command + "!"));
   EXPECT_FALSE(frames.empty()) << command;
@@ -16,22 +17,6 @@ Frames Answer(Box& box, const std::string& command) {
   EXPECT_EQ(frames.back(), std::string("!\x11") + std::string(13, ' ')) << command;
   frames.pop_back();
   return frames;
-}
-
-TEST(BoxReplies, EveryReplyIsWholeFramesClosedByOneEndOfReply) {
-  Box box;
-  for (const char* command : {"z", "B", "K", "v", "h", "t", "p",     "S", "T",    "C", "E",
-                              "V", "Q", "D", "F", "G", "H", "P0100", "P", "Pabc", "x", ""}) {
-    const std::string reply = box.Receive(std::string(command) + "!");
-    ASSERT_EQ(reply.size() % 15, 0u) << command;
-    const Frames frames = FramesOf(reply);
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-      EXPECT_EQ(frames[i][0], '!') << command;
-      EXPECT_EQ(frames[i][1] == '\x11', i + 1 == frames.size()) << command << " frame " << i;
-    }
-  }
-  for (const char* onlyEnd : {"z", "G", "H", "P0100", "x"})
-    EXPECT_TRUE(Answer(box, onlyEnd).empty()) << onlyEnd;
 }
 
 TEST(BoxReplies, FramesCarryTypeSubTypeAndLeftAlignedData) {
@@ -60,6 +45,10 @@ TEST(BoxReplies, FramesCarryTypeSubTypeAndLeftAlignedData) {
   EXPECT_EQ(Answer(box, "t"), (Frames{"!t 33.4908     "}));
   box.readings.newHumidityFormat = true;
   EXPECT_EQ(Answer(box, "h"), (Frames{"!hh31982       "}));
+
+  // Commands without data, unknown ones and a cut "P" get the end-of-reply alone.
+  for (const char* onlyEnd : {"z", "G", "H", "P0100", "P", "Pabc", "x", ""})
+    EXPECT_TRUE(Answer(box, onlyEnd).empty()) << onlyEnd;
 }
 
 TEST(BoxReplies, MissingSensorsAnswerWithTheirMarks) {
