@@ -51,7 +51,7 @@ TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
   Bytes f{site.Read("NBX_NMNetData.dat")};
   ASSERT_EQ(f.b.size(), 620u);
   const std::pair<std::size_t, double> doubles[] = {
-      {0, 7.5}, {16, -20.125}, {25, 8.04}, {65, 1}, {89, 63.4}, {121, 19.96}, {129, 0},
+      {0, 7.5}, {16, -20.125}, {25, 8.04}, {65, 1}, {89, 63.4}, {113, 270}, {121, 19.96}, {129, 0},
       {137, ToSerialDate({2026, 11, 21, 21, 59, 58})},
       {179 + 4 * 32, 2800},  // rain band 1, the fifth record
       // HeatTemp(0), CloudTempK1, UnknowCloudGT, UnknownDayGT
