@@ -3,18 +3,13 @@
 #include <QFontMetrics>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 
-#include "core/text.h"
 #include "graph_fixtures.h"
-#include "graphs/graph_ring.h"
 #include "graphs/graph_routines.h"
 #include "support/child_process.h"
 
 namespace nbx {
 namespace {
-
-namespace fs = std::filesystem;
 
 // A November night from 22:00: clear until a front brings cloud, wind and
 // a shower after midnight, clearing again before a grey dawn.
@@ -89,21 +84,14 @@ TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
   c.GraphImage.fill(1);
   for (int k = 0; k < 7; ++k) ExportGraphPicture(st.nm, GraphKind(k));
   EXPECT_EQ(st.nm.display.StatusBar2.Caption, "");
-  EXPECT_EQ(RingUpperBound(st.nm.state.NBX_GraphArrayCloud), 120);
-  for (int k = 0; k < 7; ++k) {
-    const std::string file = JoinPath(c.GraphImagePath, std::string(GraphFileName(GraphKind(k))) + ".png");
-    const QImage read(QString::fromStdString(file));
-    EXPECT_EQ(read.size(), QSize(DefaultGraphWidth, DefaultGraphHeight)) << file;
-  }
   // Each picture tells the night: (graph, band row) pairs the curve passes through.
   const QRgb curve = test::Pixel(c.GraphColorCloud[1]);
   const std::pair<GraphKind, int> seen[] = {
-      {GraphKind::Cloud, 0}, {GraphKind::Cloud, 2}, {GraphKind::Rain, 0},     {GraphKind::Rain, 2},
-      {GraphKind::Wind, 0},  {GraphKind::Wind, 2},  {GraphKind::Day, 0},      {GraphKind::Day, 2},
-      {GraphKind::Humidity, 0}, {GraphKind::Humidity, 1}, {GraphKind::Pressure, 1}};
+      {GraphKind::Cloud, 0}, {GraphKind::Cloud, 2},    {GraphKind::Rain, 0},     {GraphKind::Rain, 1},
+      {GraphKind::Rain, 2},  {GraphKind::Wind, 0},     {GraphKind::Wind, 2},     {GraphKind::Day, 0},
+      {GraphKind::Day, 2},   {GraphKind::Humidity, 0}, {GraphKind::Humidity, 1}, {GraphKind::Pressure, 1}};
   for (const auto& [kind, row] : seen)
     EXPECT_GT(CurveInBand(st.pictures.Surface(kind), row, curve), 0) << GraphTag(kind) << " " << row;
-  EXPECT_EQ(CurveInBand(st.pictures.Surface(GraphKind::Rain), 1, curve) > 0, true);
   EXPECT_EQ(CurveInBand(st.pictures.Surface(GraphKind::Pressure), 2, curve), 0);
   EXPECT_GT(test::CountColour(st.Picture(GraphKind::Temp), st.Picture(GraphKind::Temp).rect(),
                               test::Pixel(c.GraphColorTemp[1])),

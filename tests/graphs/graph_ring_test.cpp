@@ -19,15 +19,11 @@ TEST(GraphRing, FirstPointStandsTwiceThenTheRingWrapsAfterNMinusOnePoints) {
   GraphRingRef ring = RingOf(s, GraphKind::Cloud);
   AddRingPoint(ring, 5, 100.0, -18);
   EXPECT_EQ(RingUpperBound(s.NBX_GraphArrayCloud), 5);
-  EXPECT_EQ(s.CloudArrayFst, 1);
-  EXPECT_EQ(s.CloudArrayLst, 2);
-  EXPECT_EQ(s.NBX_GraphArrayCloud[1].Value, -18);
-  EXPECT_EQ(s.NBX_GraphArrayCloud[2].Value, -18);
+  EXPECT_EQ(Walked(s), (std::vector<double>{-18, -18}));
   EXPECT_EQ(s.NBX_GraphArrayCloud[1].Time, s.NBX_GraphArrayCloud[2].Time);
 
   for (int i = 1; i <= 3; ++i) AddRingPoint(ring, 5, 100.0 + i, i);
   EXPECT_EQ(s.CloudArrayLst, 5);  // N - 1 points fill the ring up to N
-  EXPECT_EQ(s.CloudArrayFst, 1);
   EXPECT_EQ(Walked(s), (std::vector<double>{-18, -18, 1, 2, 3}));
 
   AddRingPoint(ring, 5, 104.0, 4);
@@ -43,7 +39,7 @@ TEST(GraphRing, FirstPointStandsTwiceThenTheRingWrapsAfterNMinusOnePoints) {
   EXPECT_EQ(RingUpperBound(s.NBX_GraphArrayRain), 0);
 }
 
-TEST(GraphRing, ANewNumberOfPointsEmptiesAllSevenAndResizesOnTheNextPoint) {
+TEST(GraphRing, ANewNumberOfPointsEmptiesAllSevenAndSetsTheSpan) {
   Nimbometer nm;
   const GraphKind kinds[] = {GraphKind::Cloud, GraphKind::Rain,     GraphKind::Wind,
                              GraphKind::Day,   GraphKind::Temp,     GraphKind::Humidity,
@@ -56,24 +52,18 @@ TEST(GraphRing, ANewNumberOfPointsEmptiesAllSevenAndResizesOnTheNextPoint) {
   for (GraphKind kind : kinds) EXPECT_EQ(RingUpperBound(RingOf(nm.state, kind).ring), 0);
   EXPECT_EQ(nm.display.GraphSpan.Caption, "12000");
   EXPECT_EQ(nm.display.GraphSpanDesc.Caption, "03 h 20 m 00 s");
+  EXPECT_EQ(GraphSpanDesc(3725), "01 h 02 m 05 s");
 
   AddRingPoint(RingOf(nm.state, GraphKind::Day), 200, 7, 7);
   EXPECT_EQ(RingUpperBound(nm.state.NBX_GraphArrayDay), 200);
   EXPECT_EQ(nm.state.DayArrayFst, 1);
   EXPECT_EQ(nm.state.DayArrayLst, 2);
-}
 
-TEST(GraphSpan, DefaultsAndOddSpans) {
-  Nimbometer nm;
-  UpdateGraphSpan(nm);
-  EXPECT_EQ(nm.display.GraphSpan.Caption, "7200");
-  EXPECT_EQ(nm.display.GraphSpanDesc.Caption, "02 h 00 m 00 s");
-  EXPECT_EQ(GraphSpanDesc(3725), "01 h 02 m 05 s");
-  EXPECT_EQ(GraphSpanDesc(59), "00 h 00 m 59 s");
-  // The drawing computes the span itself when no one has yet.
+  // The drawing computes the span itself when no one has yet: 120 points
+  // of six cycles of 15 s.
   Nimbometer fresh;
   fresh.config.RefreshPeriod = 15;
-  EXPECT_EQ(GraphSpanSeconds(fresh), 15 * 6 * 120);
+  EXPECT_EQ(GraphSpanSeconds(fresh), 10800);
 }
 
 }  // namespace

@@ -17,25 +17,26 @@ TEST(GraphScale, FarLimitOfTheCloudGraphFollowsTheUnit) {
 }
 
 TEST(GraphScale, BothMappingsPlaceValuesInTheirBandsAndSentinelsAtTheEdges) {
-  const BandLimits cloud{-20, -5, 0, 30};  // top 0, bottom 90: bands of 30
-  EXPECT_EQ(MapBandValue(true, cloud, -5, 0, 90).band, 1);
-  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -5, 0, 90).y, 30);
-  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -12.5, 0, 90).y, 15);
+  const BandLimits cloud{-20, -5, 0, 30}, rain{3520, 3200, 2800, 0};  // top 0, bottom 90: bands of 30
+  struct Case {
+    bool rises;
+    BandLimits limits;
+    double value;
+    int band;
+    double y;
+  };
   // A value at L1 belongs to the third band rising, to the second falling.
-  EXPECT_EQ(MapBandValue(true, cloud, 0, 0, 90).band, 2);
-  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, 0, 0, 90).y, 60);
-  const BandLimits rain{3520, 3200, 2800, 0};
-  EXPECT_EQ(MapBandValue(false, rain, 2800, 0, 90).band, 1);
-  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 2800, 0, 90).y, 60);
-  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 3000, 0, 90).y, 45);
-  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 1400, 0, 90).y, 75);
-
-  // The sentinels of a lost link lie beyond the limits.
-  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, 99900, 0, 90).y, 89);
-  EXPECT_DOUBLE_EQ(MapBandValue(true, cloud, -99900, 0, 90).y, 1);
-  EXPECT_EQ(MapTemperatureValue(999, -30, 30, 0, 200), 0);
-  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, -1, 0, 90).y, 89);
-  EXPECT_DOUBLE_EQ(MapBandValue(false, rain, 99999, 0, 90).y, 1);
+  // The sentinels of a lost link lie beyond the limits, one pixel inside.
+  const Case cases[] = {
+      {true, cloud, -12.5, 0, 15}, {true, cloud, -5, 1, 30},     {true, cloud, 0, 2, 60},
+      {true, cloud, 99900, 3, 89}, {true, cloud, -99900, -1, 1},
+      {false, rain, 3000, 1, 45},  {false, rain, 2800, 1, 60},    {false, rain, 1400, 2, 75},
+      {false, rain, -1, 3, 89},    {false, rain, 99999, -1, 1}};
+  for (const Case& c : cases) {
+    const BandPosition at = MapBandValue(c.rises, c.limits, c.value, 0, 90);
+    EXPECT_EQ(at.band, c.band) << c.value;
+    EXPECT_DOUBLE_EQ(at.y, c.y) << c.value;
+  }
 
   // Equal or crossed limits never give a coordinate that is not a number.
   for (const BandLimits& odd : {BandLimits{5, 5, 5, 5}, BandLimits{30, 0, -5, -20}, BandLimits{0, 10, 10, 0}})
@@ -46,6 +47,7 @@ TEST(GraphScale, BothMappingsPlaceValuesInTheirBandsAndSentinelsAtTheEdges) {
       }
 
   EXPECT_EQ(MapTemperatureValue(30, -30, 30, 0, 200), 0);
+  EXPECT_EQ(MapTemperatureValue(999, -30, 30, 0, 200), 0) << "the sentinel of a lost reading";
   EXPECT_EQ(MapTemperatureValue(-45, -30, 30, 0, 200), 200);
   EXPECT_EQ(MapTemperatureValue(0, -30, 30, 0, 200), 100);
   EXPECT_EQ(MapTemperatureValue(4, 4, 4, 0, 200), 0);

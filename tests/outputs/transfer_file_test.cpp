@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <type_traits>
 
 #include "fixed_site.h"
 #include "outputs/data_outputs.h"
@@ -13,28 +16,18 @@ namespace {
 
 using test::FixedSite;
 
-// The test's own reading of the layout, byte by byte at the offsets of the
+// The test's own reading of the layout, little-endian at the offsets of the
 // table, so that writer and reader cannot agree on a wrong one.
+static_assert(std::endian::native == std::endian::little);
 struct Bytes {
   std::string b = std::string(620, ' ');
-  void Put(std::size_t at, std::uint64_t v, int size) {
-    for (int i = 0; i < size; ++i) b[at + i] = static_cast<char>((v >> (8 * i)) & 0xFF);
-  }
-  void Double(std::size_t at, double v) {
-    std::uint64_t u;
-    std::memcpy(&u, &v, 8);
-    Put(at, u, 8);
-  }
+  template <class T = double>
+  void Put(std::size_t at, std::type_identity_t<T> v) { std::memcpy(b.data() + at, &v, sizeof v); }
   void Text(std::size_t at, const std::string& latin1) { b.replace(at, latin1.size(), latin1); }
-  std::uint64_t Get(std::size_t at, int size) const {
-    std::uint64_t v = 0;
-    for (int i = 0; i < size; ++i) v |= std::uint64_t(static_cast<unsigned char>(b[at + i])) << (8 * i);
-    return v;
-  }
-  double GetDouble(std::size_t at) const {
-    const std::uint64_t u = Get(at, 8);
-    double v;
-    std::memcpy(&v, &u, 8);
+  template <class T = double>
+  T Get(std::size_t at) const {
+    T v;
+    std::memcpy(&v, b.data() + at, sizeof v);
     return v;
   }
 };
@@ -57,30 +50,23 @@ TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
   WriteTransferFile(site.nm);
   Bytes f{site.Read("NBX_NMNetData.dat")};
   ASSERT_EQ(f.b.size(), 620u);
-  EXPECT_EQ(f.GetDouble(0), 7.5);
-  EXPECT_EQ(f.GetDouble(16), -20.125);
+  const std::pair<std::size_t, double> doubles[] = {
+      {0, 7.5}, {16, -20.125}, {25, 8.04}, {65, 1}, {89, 63.4}, {113, 270}, {121, 19.96}, {129, 0},
+      {137, ToSerialDate({2026, 11, 21, 21, 59, 58})},
+      {179 + 4 * 32, 2800},  // rain band 1, the fifth record
+      // HeatTemp(0), CloudTempK1, UnknowCloudGT, UnknownDayGT
+      {467, 0}, {467 + 8 * 8, 33}, {467 + 13 * 8, 30}, {467 + 15 * 8, 60000}};
+  for (const auto& [at, value] : doubles) EXPECT_EQ(f.Get(at), value) << "at " << at;
   EXPECT_EQ(f.b[24], 'C');
-  EXPECT_EQ(f.GetDouble(25), 8.04);
-  EXPECT_EQ(f.GetDouble(65), 1.0);
-  EXPECT_EQ(f.GetDouble(89), 63.4);
-  EXPECT_EQ(f.GetDouble(121), 19.96);
-  EXPECT_EQ(f.GetDouble(129), 0.0);
-  EXPECT_EQ(f.GetDouble(137), ToSerialDate({2026, 11, 21, 21, 59, 58}));
   EXPECT_EQ(f.b.substr(145, 30), "Heating UP" + std::string(20, ' '));
-  EXPECT_EQ(f.Get(175, 4), 0x0000C0u);
-  // Rain band 1 is the fifth record: its caption one byte a character, "?"
-  // for what Latin-1 lacks, cut to 20.
-  EXPECT_EQ(f.GetDouble(179 + 4 * 32), 2800.0);
-  EXPECT_EQ(f.Get(179 + 4 * 32 + 8, 4), 0x123456u);
+  EXPECT_EQ(f.Get<std::uint32_t>(175), 0x0000C0u);
+  // The band's caption one byte a character, "?" for what Latin-1 lacks, cut to 20.
+  EXPECT_EQ(f.Get<std::uint32_t>(179 + 4 * 32 + 8), 0x123456u);
   EXPECT_EQ(f.b.substr(179 + 4 * 32 + 12, 20), "Nass\xE4? und sehr viel");
-  EXPECT_EQ(f.GetDouble(467), 0.0);            // HeatTemp(0)
-  EXPECT_EQ(f.GetDouble(467 + 8 * 8), 33.0);   // CloudTempK1
-  EXPECT_EQ(f.GetDouble(467 + 13 * 8), 30.0);  // UnknowCloudGT
-  EXPECT_EQ(f.GetDouble(467 + 15 * 8), 60000.0);
   EXPECT_EQ(f.b[611], 'K');
-  EXPECT_EQ(f.Get(612, 2), 0xFFFFu);
-  EXPECT_EQ(f.Get(614, 4), 39u);
-  EXPECT_EQ(f.Get(618, 2), 0xFFFFu);
+  EXPECT_EQ(f.Get<std::int16_t>(612), -1);
+  EXPECT_EQ(f.Get<std::int32_t>(614), 39);
+  EXPECT_EQ(f.Get<std::int16_t>(618), -1);
 
   // Without the optional sensors the master tells so with -1.
   site.nm.state.HumidityPresent = 0;
@@ -88,10 +74,8 @@ TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
   site.nm.state.SQMPresent = false;
   WriteTransferFile(site.nm);
   f.b = site.Read("NBX_NMNetData.dat");
-  EXPECT_EQ(f.GetDouble(81), -1.0);
-  EXPECT_EQ(f.GetDouble(89), -1.0);
-  EXPECT_EQ(f.GetDouble(97), -1.0);
-  EXPECT_EQ(f.Get(618, 2), 0u);
+  for (std::size_t at : {81, 89, 97}) EXPECT_EQ(f.Get(at), -1.0) << "at " << at;
+  EXPECT_EQ(f.Get<std::int16_t>(618), 0);
 
   // A vanished share: "w41", nothing else.
   site.nm.config.NetPathMaster = site.File("gone");
@@ -102,52 +86,43 @@ TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
 TEST(TransferFile, ARecordBuiltByHandIsReadRight) {
   FixedSite site;
   MakeRemote(site, "C", "K");
+  struct Field {
+    std::size_t at;
+    double written;
+    double SiteState::*value;
+    double read;
+  };
+  // A master in F and mph; the remote takes all in C and km/h but the dew point.
+  const Field fields[] = {
+      {0, 50, &SiteState::Value_Temp, 10},          {16, -4, &SiteState::Value_CloudRaw, -20},
+      {25, 41, &SiteState::Value_CloudTemp, 5},     {33, 2900, &SiteState::Value_Rain, 2900},
+      {41, 0.25, &SiteState::Value_RainHeat, 0.25}, {49, 212, &SiteState::Value_RainTemp, 100},
+      {57, 1234, &SiteState::Value_Day, 1234},      {73, 3.5, &SiteState::Value_Cycle, 3.5},
+      {81, 30, &SiteState::Value_DewPointT, 30},    {97, 1010, &SiteState::Value_RelPressure, 1010},
+      {105, 10, &SiteState::Value_Wind, 16.09344},  {113, 90, &SiteState::Value_WindDir, 90},
+      {121, 20, &SiteState::Value_Gust, 32.18688}};
   Bytes f;
-  f.Double(0, 50.0);   // Temp
-  f.Double(8, -1.0);   // Cloud
-  f.Double(16, -4.0);  // CloudRaw
+  for (const Field& field : fields) f.Put(field.at, field.written);
   f.Text(24, "F");
-  f.Double(25, 41.0);  // CloudTemp
-  f.Double(33, 2900);  // Rain
-  f.Double(41, 0.25);  // RainHeat
-  f.Double(49, 212);   // RainTemp
-  f.Double(57, 1234);  // Day
-  f.Double(65, 0.0);   // Switch: anything but 1 is closed
-  f.Double(73, 3.5);   // Cycle
-  f.Double(81, 30.0);  // DewPoint, taken in the master's unit
-  f.Double(89, -1.0);  // Humidity: no sensor
-  f.Double(97, 1010);  // RelPressure
-  f.Double(105, 10);   // Wind, mph
-  f.Double(113, 90);   // WindDir
-  f.Double(121, 20);   // Gust
-  f.Double(137, site.nm.NowSerial());
+  f.Put(65, 0.0);   // Switch: anything but 1 is closed
+  f.Put(89, -1.0);  // Humidity: no sensor
+  f.Put(137, site.nm.NowSerial());
   f.Text(145, "Heat Impulse - Warming up");
-  f.Put(175, 255, 4);
+  f.Put<std::int32_t>(175, 255);
   f.Text(179 + 12, "Klar\xE9");
-  f.Double(467 + 8 * 8, 40.0);  // CloudTempK1
-  f.Double(467 + 17 * 8, 7.0);  // CloudTempK7
+  f.Put(467 + 8 * 8, 40.0);  // CloudTempK1
+  f.Put(467 + 17 * 8, 7.0);  // CloudTempK7
   f.Text(611, "M");
-  f.Put(612, 0xFFFF, 2);
-  f.Put(618, 0, 2);
+  f.Put<std::int16_t>(612, -1);
+  f.Put<std::int16_t>(618, 0);
   test::WriteFile(site.File("NBX_NMNetData.dat"), f.b + "trailing bytes are ignored");
 
   EXPECT_TRUE(ReadTransferFile(site.nm));
   const SiteState& s = site.nm.state;
-  EXPECT_DOUBLE_EQ(s.Value_Temp, 10.0);
-  EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -20.0);
-  EXPECT_DOUBLE_EQ(s.Value_CloudTemp, 5.0);
-  EXPECT_DOUBLE_EQ(s.Value_RainTemp, 100.0);
-  EXPECT_EQ(s.Value_Rain, 2900);
-  EXPECT_EQ(s.Value_RainHeat, 0.25);
-  EXPECT_EQ(s.Value_Day, 1234);
+  for (const Field& field : fields) EXPECT_DOUBLE_EQ(s.*field.value, field.read) << "at " << field.at;
   EXPECT_EQ(s.Value_Switch, 2);
-  EXPECT_EQ(s.Value_Cycle, 3.5);
-  EXPECT_EQ(s.Value_DewPointT, 30.0);
   EXPECT_EQ(s.HumidityPresent, 0);
   EXPECT_EQ(s.PressurePresent, 1);
-  EXPECT_DOUBLE_EQ(s.Value_Wind, 16.09344);
-  EXPECT_DOUBLE_EQ(s.Value_Gust, 32.18688);
-  EXPECT_EQ(s.Value_WindDir, 90);
   EXPECT_TRUE(s.IsWindPresent);
   EXPECT_FALSE(s.SQMPresent);
   EXPECT_EQ(site.nm.display.LblSwitch.Caption, "Closed");
@@ -163,12 +138,12 @@ TEST(TransferFile, ARecordBuiltByHandIsReadRight) {
 
   // The master's signs of a sensor without a reading. Humidity stays absent
   // for the run, whatever a later record says.
-  f.Double(0, 100);     // Temp
-  f.Double(16, 99);     // CloudRaw
-  f.Double(33, -1);     // Rain
-  f.Double(57, 65536);  // Day, without a sky quality sensor
-  f.Double(105, -1);    // Wind
-  f.Double(89, 55.0);
+  f.Put(0, 100);     // Temp
+  f.Put(16, 99);     // CloudRaw
+  f.Put(33, -1);     // Rain
+  f.Put(57, 65536);  // Day, without a sky quality sensor
+  f.Put(105, -1);    // Wind
+  f.Put(89, 55.0);
   test::WriteFile(site.File("NBX_NMNetData.dat"), f.b);
   ReadTransferFile(site.nm);
   EXPECT_EQ(s.Value_Temp, 999);
@@ -182,44 +157,9 @@ TEST(TransferFile, ARecordBuiltByHandIsReadRight) {
   EXPECT_EQ(s.HumidityPresent, 0);
 }
 
-TEST(TransferFile, WriteThenReadInAnotherUnitGivesTheSameValues) {
-  FixedSite master;
-  master.nm.display.LblHeating.Caption = "Heating DOWN";
-  WriteTransferFile(master.nm);
-
-  FixedSite remote;
-  remote.nm.config.NetPathRemote = master.dir.path();
-  MakeRemote(remote, "F", "m");
-  ASSERT_TRUE(ReadTransferFile(remote.nm));
-  const SiteState& m = master.nm.state;
-  const SiteState& r = remote.nm.state;
-  EXPECT_DOUBLE_EQ(r.Value_Temp, m.Value_Temp * 9 / 5 + 32);
-  EXPECT_DOUBLE_EQ(r.Value_CloudRaw, m.Value_CloudRaw * 9 / 5 + 32);
-  EXPECT_DOUBLE_EQ(r.Value_CloudTemp, m.Value_CloudTemp * 9 / 5 + 32);
-  EXPECT_DOUBLE_EQ(r.Value_RainTemp, m.Value_RainTemp * 9 / 5 + 32);
-  EXPECT_DOUBLE_EQ(r.Value_Wind, m.Value_Wind / 3.6);
-  EXPECT_DOUBLE_EQ(r.Value_Gust, m.Value_Gust / 3.6);
-  EXPECT_EQ(r.Value_DewPointT, m.Value_DewPointT);
-  for (const auto field : {&SiteState::Value_Rain, &SiteState::Value_RainHeat, &SiteState::Value_Day,
-                           &SiteState::Value_Cycle, &SiteState::Value_HumidityRel,
-                           &SiteState::Value_RelPressure, &SiteState::Value_WindDir})
-    EXPECT_EQ(r.*field, m.*field);
-  EXPECT_EQ(r.Value_Switch, m.Value_Switch);
-  EXPECT_EQ(r.LastReading, m.LastReading);
-  EXPECT_TRUE(r.SQMPresent);
-  EXPECT_EQ(remote.nm.display.LblHeating.Caption, "Heating DOWN");
-  const TransferRecord& copy = r.TransferCopy;
-  EXPECT_EQ(copy.Bands[8].Caption, "Very Light");
-  EXPECT_EQ(copy.Bands[3].Limit, 3200);
-  EXPECT_EQ(copy.HeatMinValue, 10);
-  EXPECT_EQ(copy.Version, 39);
-  EXPECT_FALSE(std::filesystem::exists(remote.File("NBX_NMNetData.dat"))) << "a remote writes no transfer file";
-  EXPECT_EQ(remote.Read("NBX_SLD.dat").substr(23, 4), "F m ") << "the remote's own files, in its units";
-}
-
-TEST(TransferFile, FailedAndOldReads) {
+TEST(TransferFile, AMastersRecordOnARemoteThenFailedAndOldReads) {
   FixedSite site;
-  MakeRemote(site, "C", "K");
+  MakeRemote(site, "F", "m");
   const SiteState& s = site.nm.state;
   // Missing on the first read: no reading yet counts as too old, so the
   // values go at once.
@@ -234,18 +174,27 @@ TEST(TransferFile, FailedAndOldReads) {
   EXPECT_EQ(s.CloudUnknownCount, 6);
   EXPECT_EQ(site.host.cyclesProcessed, 1);
 
-  // A good record, then a short one: the last values stand while young.
+  // A real master's record, in the remote's units, with the tables it carries.
   FixedSite master;
   master.nm.config.NetPathMaster = site.dir.path();
   WriteTransferFile(master.nm);
   EXPECT_TRUE(ReadTransferFile(site.nm));
   EXPECT_FALSE(s.XFERFileErr);
-  EXPECT_EQ(s.Value_Temp, 7.5);
+  EXPECT_DOUBLE_EQ(s.Value_Temp, 45.5);
+  EXPECT_DOUBLE_EQ(s.Value_Wind, 12.25 / 3.6);
+  EXPECT_EQ(s.Value_HumidityRel, 63.4);
+  EXPECT_EQ(s.Value_Switch, 1);
+  EXPECT_TRUE(s.SQMPresent);
+  EXPECT_EQ(s.TransferCopy.Bands[8].Caption, "Very Light");
+  EXPECT_EQ(s.TransferCopy.HeatMinValue, 10);
+  EXPECT_EQ(site.Read("NBX_SLD.dat").substr(23, 4), "F m ") << "the remote's own files, in its units";
+
+  // A short record: the last values stand while young.
   const std::string whole = site.Read("NBX_NMNetData.dat");
   test::WriteFile(site.File("NBX_NMNetData.dat"), whole.substr(0, 300));
   EXPECT_FALSE(ReadTransferFile(site.nm));
   EXPECT_EQ(site.nm.display.StatusBar2.Caption, "r31");
-  EXPECT_EQ(s.Value_Temp, 7.5);
+  EXPECT_DOUBLE_EQ(s.Value_Temp, 45.5);
   EXPECT_EQ(site.host.cyclesProcessed, 2) << "a short failure runs no cycle";
   // So is a record whose reading has no date: it could never be seen to age.
   const std::optional<double> goodDate = s.LastReading;
@@ -265,7 +214,7 @@ TEST(TransferFile, FailedAndOldReads) {
   EXPECT_FALSE(ReadTransferFile(site.nm));
   EXPECT_EQ(site.nm.display.StatusBar.Caption, "Reading is -7200 sec wrong");
   EXPECT_EQ(site.nm.display.StatusBar2.Caption, "w42");
-  EXPECT_EQ(s.Value_Temp, 7.5) << "an old record is still read";
+  EXPECT_DOUBLE_EQ(s.Value_Temp, 45.5) << "an old record is still read";
 }
 
 }  // namespace
