@@ -84,7 +84,9 @@ TEST(HeadlessProgram, ASecondStartOnTheSameStoreEndsAtOnceAndEveryKeyIsSavedAtEx
   EXPECT_EQ(first.Terminate(), 0);
   const test::IniFile saved = test::ParseIni(test::ReadFile(perUser));
   for (const auto& [section, key] : test::ReferenceKeys().written)
-    if (key != "Top") EXPECT_NE(Value(saved, section, key), "<absent>") << section << "/" << key;
+    if (key != "Top") {
+      EXPECT_NE(Value(saved, section, key), "<absent>") << section << "/" << key;
+    }
   EXPECT_EQ(Value(saved, "Communication", "PortName"), "/nonexistent/tty");
   EXPECT_EQ(Value(saved, "COMMFile", "NetFilePath"), dir.File("Documents"));
   EXPECT_EQ(Value(saved, "Window", "Left"), "33");  // no window, its place as it was
