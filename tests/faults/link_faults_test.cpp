@@ -17,9 +17,11 @@ bool GoodWithRain(const std::string& line, double rain) {
 // Given up: the values are the fallback of a lost link, and Unknown makes it UNSAFE.
 bool GivenUp(const std::string& line) { return IsUnsafe(line) && Number(line, "sky") == 999; }
 
-// Reads what is left once the station has ended; one data line is due for
-// every summary line, but for a cycle cut short by the Stop.
-void ExpectALinePerCycle(StationProgram& station, const std::string& csv) {
+// Stops the station and reads what it printed last; one data line is due
+// for every summary line, but for a cycle cut short by the Stop.
+void StopAndExpectALinePerCycle(StationProgram& station, const std::string& csv) {
+  station.process.Signal(SIGTERM);
+  EXPECT_EQ(station.process.Wait(10s), 0);
   std::string line;
   while (station.NextCycle(line, 200ms)) {
   }
@@ -54,9 +56,7 @@ TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
       << line;
   EXPECT_FALSE(IsUnsafe(line)) << line;
 
-  station.process.Signal(SIGTERM);
-  EXPECT_EQ(station.process.Wait(10s), 0);
-  ExpectALinePerCycle(station, dir.File("out/night.csv"));
+  StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
 }
 
 TEST(LinkFaults, ABoxThatAnswersEveryOtherCommandIsNeverReadAsGood) {
@@ -84,9 +84,7 @@ TEST(LinkFaults, ABoxThatAnswersEveryOtherCommandIsNeverReadAsGood) {
   ASSERT_TRUE(box.Tell("everyother=0 rain=3150"));
   EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3150); }, 10, line))
       << line;
-  station.process.Signal(SIGTERM);
-  EXPECT_EQ(station.process.Wait(10s), 0);
-  ExpectALinePerCycle(station, dir.File("out/night.csv"));
+  StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
 }
 
 TEST(LinkFaults, ABoxWithTheWrongFirmwareIsAskedAgainAndReadAsItSays) {
@@ -119,9 +117,7 @@ TEST(LinkFaults, ABoxWithTheWrongFirmwareIsAskedAgainAndReadAsItSays) {
         << commands[i];
   EXPECT_EQ(Number(line, "rain"), 3300) << line;
 
-  station.process.Signal(SIGTERM);
-  EXPECT_EQ(station.process.Wait(10s), 0);
-  ExpectALinePerCycle(station, dir.File("out/night.csv"));
+  StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
 }
 
 TEST(LinkFaults, GarbageStormsPassAndTheReadingsComeBackWhole) {
@@ -150,9 +146,7 @@ TEST(LinkFaults, GarbageStormsPassAndTheReadingsComeBackWhole) {
       [&](const std::string& l) { return GoodWithRain(l, 3300) && Field(l, "sky") == sky; }, 10, line))
       << line;
   EXPECT_EQ(ReadFile(dir.File("out/NBX_SLD.dat")).size(), 104u);
-  station.process.Signal(SIGTERM);
-  EXPECT_EQ(station.process.Wait(10s), 0);
-  ExpectALinePerCycle(station, dir.File("out/night.csv"));
+  StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
 }
 
 }  // namespace
