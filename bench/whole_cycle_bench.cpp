@@ -24,7 +24,7 @@
 #include "device/wire_protocol.h"
 #include "graphs/drawing/qt_graph_pictures.h"
 #include "outputs/user_data_file.h"
-#include "station/freeimage_runtime.h"
+#include "graphs/drawing/freeimage_runtime.h"
 
 namespace {
 

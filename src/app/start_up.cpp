@@ -11,7 +11,7 @@
 #include "automation/dbus/automation_server.h"
 #include "config/program_start.h"
 #include "outputs/data_outputs.h"
-#include "station/freeimage_runtime.h"
+#include "graphs/drawing/freeimage_runtime.h"
 #include "station/settings_store.h"
 #include "station/station.h"
 

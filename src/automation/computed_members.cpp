@@ -3,7 +3,7 @@
 #include <array>
 
 #include "config/setting_keys.h"
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/text.h"

@@ -11,7 +11,7 @@
 
 #include "automation/automation.h"
 #include "automation/members.h"
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 
 namespace nbx::members {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/status.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "night.h"
 #include "safety/alarms.h"
 #include "safety/families.h"

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <string>
 
-#include "station/freeimage_runtime.h"
+#include "graphs/drawing/freeimage_runtime.h"
 
 namespace nbx {
 

@@ -1,6 +1,6 @@
 #include "config/setting_access.h"
 #include "config/setting_keys.h"
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/units.h"
 #include "graphs/graph_ring.h"

@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "config/setting_access.h"
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "graphs/graph_span.h"

@@ -1,4 +1,4 @@
-#include "station/freeimage_runtime.h"
+#include "graphs/drawing/freeimage_runtime.h"
 
 #include <cstdlib>
 #include <dlfcn.h>

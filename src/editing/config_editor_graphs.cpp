@@ -1,4 +1,4 @@
-#include "core/config_editor.h"
+#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "graphs/graph_span.h"
 
