@@ -5,7 +5,7 @@
 #include "boxsim/frames.h"
 #include "core/nimbometer.h"
 #include "device/command_queue.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 #include "device/wire_protocol.h"
 
 namespace {

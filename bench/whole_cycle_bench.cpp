@@ -20,7 +20,8 @@
 #include "core/nimbometer.h"
 #include "device/link_life.h"
 #include "device/reading_cycle.h"
-#include "device/serial_link.h"
+#include "device/stage_calls.h"
+#include "core/serial_link.h"
 #include "device/wire_protocol.h"
 #include "graphs/drawing/qt_graph_pictures.h"
 #include "outputs/user_data_file.h"
@@ -87,6 +88,7 @@ struct Station {
     nm.io.clock = &clock;
     nm.io.timers = &timers;
     nm.io.link = &link;
+    ConnectStages(nm);
     nm.io.host = &host;
     c.PortName = "/dev/ttyNBX";
     c.LblPathName = c.LblPathNameCCDAP4 = c.NetPathMaster = c.GraphImagePath = folder;

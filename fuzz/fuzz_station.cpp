@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "device/reading_cycle.h"
+#include "device/stage_calls.h"
 #include "device/wire_protocol.h"
 #include "outputs/single_line_record.h"
 #include "outputs/transfer_file.h"
@@ -81,6 +82,7 @@ FuzzStation::FuzzStation() {
   nm.io.clock = &time;
   nm.io.timers = &time;
   nm.io.link = &link;
+  ConnectStages(nm);
   nm.io.host = &host;
   nm.config.PortName = "/dev/ttyNBX0";
   KeepFilesInScratch();

@@ -11,6 +11,8 @@
 #include <string_view>
 
 #include "core/nimbometer.h"
+#include "device/remote_reading.h"
+#include "editing/master_constants.h"
 #include "outputs/data_outputs.h"
 #include "outputs/transfer_file.h"
 #include "fuzz_station.h"

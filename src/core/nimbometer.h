@@ -6,7 +6,7 @@
 #include "core/host.h"
 #include "core/site_state.h"
 #include "core/timers.h"
-#include "outputs/output_files.h"
+#include "core/output_files.h"
 
 namespace nbx {
 
@@ -15,6 +15,7 @@ class Settings;
 class GraphPictures;
 class SoundPlayer;
 class ScriptRunner;
+class StageCalls;
 
 // The outside world of the logic, each behind a small interface: the station
 // gives the real ones (system clock, QTimers, QSerialPort), tests give a
@@ -28,6 +29,7 @@ struct Services {
   GraphPictures* pictures = nullptr;  // the graphs' surfaces and their files; none: not drawn
   SoundPlayer* sound = nullptr;    // the alarm sound; none: silent
   ScriptRunner* scripts = nullptr; // the SAFE/UNSAFE scripts; none: not run
+  StageCalls* calls = nullptr;     // the device, for the stages beneath it (ConnectStages)
 };
 
 // The whole program state that the logic works on: the three records and the

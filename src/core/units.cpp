@@ -1,5 +1,7 @@
 #include "core/units.h"
 
+#include "core/config.h"
+
 namespace nbx {
 
 double CelsiusToFahrenheit(double value) { return value * 9.0 / 5.0 + 32.0; }
@@ -31,6 +33,10 @@ double ConvertSpeed(std::string_view from, std::string_view to, double v) {
     if (to == "m") return v * 1.852 / 3.6;
   }
   return v;
+}
+
+std::string TemperatureUnitLabel(const Config& config) {
+  return config.UnitTempStr == "F" ? "\u00B0F" : "\u00B0C";
 }
 
 }  // namespace nbx

@@ -3,7 +3,7 @@
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "device/reading_cycle.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 
 namespace nbx {
 namespace {
@@ -62,10 +62,6 @@ void SendNextCommand(Nimbometer& nm) {
     return;
   }
   nm.io.host->Trace("Tx: " + text);
-}
-
-std::string HeaterCommand(double duty) {
-  return "P" + FormatNumber(RoundHalfEven(duty * 1023.0), "0000");
 }
 
 }  // namespace nbx

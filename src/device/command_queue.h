@@ -14,8 +14,5 @@ void SendNextCommand(Nimbometer& nm);
 void ClearCommandQueue(Nimbometer& nm);
 // Reads and drops whatever waits on the line.
 void DiscardInput(Nimbometer& nm);
-// The heater command for a duty from 0 to 1: "P" and duty x 1023 rounded half
-// to even, as four digits.
-std::string HeaterCommand(double duty);
 
 }  // namespace nbx

@@ -8,8 +8,9 @@
 #include "core/text.h"
 #include "core/number_format.h"
 #include "device/command_queue.h"
+#include "sensors/heater.h"
 #include "device/reading_cycle.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 #include "graphs/graph_routines.h"
 #include "outputs/data_outputs.h"
 #include "safety/alarms.h"
@@ -66,18 +67,6 @@ void FillSentinels(Nimbometer& nm) {
 }
 
 }  // namespace
-
-std::string PortEntry(const Nimbometer& nm) {
-  const std::string name = Trim(nm.config.PortName);
-  if (!name.empty()) return name;
-  return "COM" + std::to_string(nm.config.COMPort + 1);
-}
-
-std::string PortDevice(const Nimbometer& nm) {
-  const std::string name = Trim(nm.config.PortName);
-  if (!name.empty()) return name;
-  return "/dev/ttyS" + std::to_string(std::max(0, nm.config.COMPort));
-}
 
 bool OpenDevicePort(Nimbometer& nm) {
   if (!nm.IsMaster()) return true;

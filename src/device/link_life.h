@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "core/port_names.h"
+
 namespace nbx {
 struct Nimbometer;
 
@@ -28,10 +30,5 @@ void TimerRS232TimeoutTick(Nimbometer& nm);
 // Unknown. `reopenPort` retries the port first.
 void CommandFailed(Nimbometer& nm, bool reopenPort);
 
-// The device path the port entry names: PortName when it is set, otherwise
-// "COMn" as /dev/ttyS(n-1).
-std::string PortDevice(const Nimbometer& nm);
-// The port entry as the status line names it.
-std::string PortEntry(const Nimbometer& nm);
 
 }  // namespace nbx

@@ -10,6 +10,7 @@
 #include "device/command_queue.h"
 #include "device/link_life.h"
 #include "graphs/graph_routines.h"
+#include "device/remote_reading.h"
 #include "outputs/data_outputs.h"
 #include "safety/alarms.h"
 #include "safety/safety_decision.h"

@@ -10,7 +10,7 @@
 #include "core/units.h"
 #include "device/command_queue.h"
 #include "device/device_constants.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 #include "safety/conditions.h"
 #include "safety/relay.h"
 #include "sensors/heater.h"

@@ -15,10 +15,6 @@ void WriteUserDataLine(Nimbometer& nm);
 void WriteTransferFile(Nimbometer& nm);
 // The single-line, extended, JSON, debug and "CS-" files; "c51" when one fails.
 void WriteSingleLineFiles(Nimbometer& nm);
-// REMOTE: reads the master's transfer file in place of a reading cycle and
-// runs the per-cycle work on its values; true when the data are fresh.
-// Clears CycleBusy.
-bool ReadTransferFile(Nimbometer& nm);
 // At Start: the single-line file of an earlier run goes.
 void DeleteSingleLineFile(Nimbometer& nm);
 // At Start: the data folder check; creates a missing folder and returns its

@@ -5,7 +5,7 @@
 
 #include "core/nimbometer.h"
 #include "core/number_format.h"
-#include "device/link_life.h"
+#include "core/port_names.h"
 #include "outputs/transfer_file.h"
 
 namespace nbx {

@@ -4,13 +4,11 @@
 #include <cmath>
 #include <filesystem>
 
-#include "editing/config_editor.h"
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/status.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "device/reading_cycle.h"
 #include "outputs/data_outputs.h"
 #include "outputs/file_writes.h"
 #include "outputs/output_codes.h"
@@ -64,8 +62,6 @@ void StopCommAlarm(Nimbometer& nm) {
   nm.state.AlarmHeld = false;
 }
 
-enum class ReadOutcome { Read, Failed, Stopped };
-
 // The dates the file's date type holds: the years 100 to 9999.
 bool IsSerialDate(double value) {
   static const double first = ToSerialDate({100, 1, 1, 0, 0, 0, 0});
@@ -73,29 +69,29 @@ bool IsSerialDate(double value) {
   return std::isfinite(value) && value >= first && value <= last;
 }
 
-ReadOutcome ReadRecordFile(Nimbometer& nm, TransferRecord& record) {
+TransferRead ReadRecordFile(Nimbometer& nm, TransferRecord& record) {
   const SiteState& s = nm.state;
   const std::string path = TransferFilePath(nm);
   const std::string found = FileExists(path) ? std::filesystem::path(path).filename().string() : "";
-  if (ToUpperAscii(found) != ToUpperAscii(nm.config.NetFileName)) return ReadOutcome::Failed;
+  if (ToUpperAscii(found) != ToUpperAscii(nm.config.NetFileName)) return TransferRead::Failed;
 
   // A file that cannot be opened now may be one the master is writing: a few
   // short pauses, not a failure.
   std::optional<std::string> bytes = ReadStart(path, TransferRecordSize);
   for (int retries = 0; !bytes && retries < kOpenRetries && s.IsRunning; ++retries) {
     nm.io.host->WaitFor([&] { return !s.IsRunning; }, kRetryPauseMs);
-    if (!s.IsRunning) return ReadOutcome::Stopped;
+    if (!s.IsRunning) return TransferRead::Stopped;
     bytes = ReadStart(path, TransferRecordSize);
   }
-  if (!bytes) return ReadOutcome::Failed;
+  if (!bytes) return TransferRead::Failed;
   // A short file is a failed read; a longer one is read for its first record.
   std::optional<TransferRecord> decoded = DecodeTransferRecord(*bytes);
-  if (!decoded) return ReadOutcome::Failed;
+  if (!decoded) return TransferRead::Failed;
   // Without the date of its reading a record cannot be judged by its age,
   // nor seen to stand still: it is as damaged as a short one.
-  if (!IsSerialDate(decoded->LastReading)) return ReadOutcome::Failed;
+  if (!IsSerialDate(decoded->LastReading)) return TransferRead::Failed;
   record = *decoded;
-  return ReadOutcome::Read;
+  return TransferRead::Read;
 }
 
 // The master's values in the remote's units; the signs of a missing reading
@@ -181,33 +177,32 @@ void TakeValues(Nimbometer& nm, const TransferRecord& r) {
   d.LblHeating.ForeColor = static_cast<Colour>(r.HeatColor);
 }
 
-// Unreadable or short: the last values stand while they are young enough;
-// once they are too old, they go and the conditions turn Unknown.
-bool TransferReadFailed(Nimbometer& nm) {
+}  // namespace
+
+bool DropOldMasterValues(Nimbometer& nm) {
   SiteState& s = nm.state;
   StartCommAlarm(nm);
-  if (!CheckTransferAge(nm)) {
-    const std::int32_t count = UnknownAtOnce(nm.config);
-    s.CloudUnknownCount = s.RainUnknownCount = s.WindUnknownCount = s.DayUnknownCount = count;
-    s.GraphCycleCount++;
-    s.Value_Temp = s.Value_RainTemp = 999;
-    s.Value_Cloud = s.Value_CloudRaw = s.Value_CloudTemp = 99900;
-    s.Value_Rain = s.Value_RainHeat = 0;
-    s.Value_Wind = 9999;
-    s.Value_Day = 99999;
-    s.LastReading = AddSeconds(nm.NowSerial(), -86400);
-    s.SameReadingCount = 0;
-    s.CycleLoaded = true;
-    ProcessFinishedCycle(nm);
-  }
-  SetStatusMain(nm.display, "Error accessing MASTER data file", colours::Red);
-  ShowOutputCode(nm, "r31");
-  s.CycleBusy = false;
-  s.XFERFileErr = true;
-  return false;
+  if (CheckTransferAge(nm)) return false;
+  const std::int32_t count = UnknownAtOnce(nm.config);
+  s.CloudUnknownCount = s.RainUnknownCount = s.WindUnknownCount = s.DayUnknownCount = count;
+  s.GraphCycleCount++;
+  s.Value_Temp = s.Value_RainTemp = 999;
+  s.Value_Cloud = s.Value_CloudRaw = s.Value_CloudTemp = 99900;
+  s.Value_Rain = s.Value_RainHeat = 0;
+  s.Value_Wind = 9999;
+  s.Value_Day = 99999;
+  s.LastReading = AddSeconds(nm.NowSerial(), -86400);
+  s.SameReadingCount = 0;
+  s.CycleLoaded = true;
+  return true;
 }
 
-}  // namespace
+void ShowTransferReadFailed(Nimbometer& nm) {
+  SetStatusMain(nm.display, "Error accessing MASTER data file", colours::Red);
+  ShowOutputCode(nm, "r31");
+  nm.state.CycleBusy = false;
+  nm.state.XFERFileErr = true;
+}
 
 std::string TransferFilePath(const Nimbometer& nm) {
   const Config& c = nm.config;
@@ -281,9 +276,8 @@ void WriteTransferFile(Nimbometer& nm) {
     ShowOutputCode(nm, "w41");
 }
 
-bool ReadTransferFile(Nimbometer& nm) {
+TransferRead TakeTransferFile(Nimbometer& nm) {
   SiteState& s = nm.state;
-  const Config& c = nm.config;
   SetStatusMain(nm.display, "Remote mode - Reading data", colours::Navy);
   SetCycleLED(nm.display, colours::LampGrey);
   SetCycleLED(nm.display, colours::Blue);
@@ -292,19 +286,17 @@ bool ReadTransferFile(Nimbometer& nm) {
   nm.io.host->WaitFor([] { return false; }, kStatusPauseMs);
 
   TransferRecord record;
-  switch (ReadRecordFile(nm, record)) {
-    case ReadOutcome::Stopped:
-      s.CycleBusy = false;
-      return false;
-    case ReadOutcome::Failed:
-      return TransferReadFailed(nm);
-    case ReadOutcome::Read:
-      break;
-  }
+  const TransferRead outcome = ReadRecordFile(nm, record);
+  if (outcome != TransferRead::Read) return outcome;
   s.TransferCopy = record;
   s.SQMPresent = record.SkyQualityPresent != 0;
   TakeValues(nm, record);
+  return outcome;
+}
 
+bool MasterValuesFresh(Nimbometer& nm) {
+  SiteState& s = nm.state;
+  const Config& c = nm.config;
   bool result = true;
   if (!CheckTransferAge(nm)) {
     StartCommAlarm(nm);
@@ -313,11 +305,6 @@ bool ReadTransferFile(Nimbometer& nm) {
     StopCommAlarm(nm);
   }
   if ((c.AlarmCom.Value != 1 || c.SuspendSoundAlarm != 0) && s.RemoteCommAlarmOn) StopCommAlarm(nm);
-
-  // The same per-cycle work as a master's, on the mirrored values.
-  ProcessFinishedCycle(nm);
-  nm.display.ButtReload.Visible = true;
-  s.CycleBusy = false;
   return result;
 }
 
@@ -346,24 +333,6 @@ bool MasterIsGone(const Nimbometer& nm) {
   const SiteState& s = nm.state;
   return s.LastReading && s.SameReadingCount >= kStillReadsOfAGoneMaster &&
          (nm.NowSerial() - *s.LastReading) * 86400.0 >= kStillSecondsOfAGoneMaster - 1e-6;
-}
-
-// As if the user typed the master's values into the controls: the Unknown
-// thresholds go through their change handling, so the third limits follow.
-void ReloadMasterConstants(Nimbometer& nm) {
-  const TransferRecord& r = nm.state.TransferCopy;
-  Config& c = nm.config;
-  ConfigEditor editor(nm);
-  c.CloudTempK1 = r.CloudTempK1;
-  c.CloudTempK2 = r.CloudTempK2;
-  c.CloudTempK3 = r.CloudTempK3;
-  c.CloudTempK4 = r.CloudTempK4;
-  c.CloudTempK5 = r.CloudTempK5;
-  editor.SetUnknowCloudGT(r.UnknowCloudGT);
-  editor.SetUnknowRainLT(r.UnknowRainLT);
-  editor.SetUnknownDayGT(r.UnknownDayGT);
-  c.CloudTempK6 = r.CloudTempK6;
-  c.CloudTempK7 = r.CloudTempK7;
 }
 
 }  // namespace nbx

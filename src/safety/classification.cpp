@@ -6,7 +6,7 @@
 #include "core/number_format.h"
 #include "safety/conditions.h"
 #include "safety/families.h"
-#include "sensors/raw_conversions.h"
+#include "core/units.h"
 
 namespace nbx {
 namespace {

@@ -1,7 +1,7 @@
 #include "safety/relay.h"
 
 #include "core/nimbometer.h"
-#include "device/command_queue.h"
+#include "core/stage_calls.h"
 
 namespace nbx {
 namespace {
@@ -11,7 +11,7 @@ bool RelayFollowsVerdict(const Nimbometer& nm) {
 }
 
 void DriveRelay(Nimbometer& nm, bool close) {
-  QueueCommand(nm, close ? "H" : "G");
+  SendToBox(nm, close ? "H" : "G");
   nm.state.Value_Switch = close ? 2 : 1;
 }
 

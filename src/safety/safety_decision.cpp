@@ -5,7 +5,7 @@
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/status.h"
-#include "outputs/data_outputs.h"
+#include "core/stage_calls.h"
 #include "safety/alarms.h"
 #include "safety/conditions.h"
 #include "safety/families.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr std::int32_t TrendUnsafe = 1;
 constexpr std::int32_t TrendSafe = 2;
 
-void Log(Nimbometer& nm, const std::string& text) { Record_DebugInfo(nm, text); }
+void Log(Nimbometer& nm, const std::string& text) { LogToDebugRecord(nm, text); }
 
 // Clouds: each of the three classes is asked, so that the delay sees the
 // condition whichever boxes are ticked.

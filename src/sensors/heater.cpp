@@ -5,7 +5,7 @@
 
 #include "core/nimbometer.h"
 #include "core/number_format.h"
-#include "device/command_queue.h"
+#include "core/stage_calls.h"
 
 namespace nbx {
 namespace {
@@ -40,9 +40,9 @@ void ShowStatus(Nimbometer& nm, Direction direction, double duty) {
 void SendDuty(Nimbometer& nm, Direction direction, double duty) {
   const double minimum = nm.config.HeatMinValue / 100;
   if (direction != Direction::None) {
-    QueueCommand(nm, HeaterCommand(duty <= minimum ? minimum : duty));
+    SendToBox(nm, HeaterCommand(duty <= minimum ? minimum : duty));
   } else if (nm.state.Value_RainHeat <= minimum) {
-    QueueCommand(nm, HeaterCommand(minimum));
+    SendToBox(nm, HeaterCommand(minimum));
   }
 }
 
@@ -88,6 +88,10 @@ void SetHeatingStatus(Nimbometer& nm, std::string_view text, Colour colour) {
 
 void RefreshHeaterDisplay(Nimbometer& nm) {
   nm.display.LblRainH.Caption = FormatNumber(nm.state.Value_RainHeat * 1023, "0.0");
+}
+
+std::string HeaterCommand(double duty) {
+  return "P" + FormatNumber(RoundHalfEven(duty * 1023.0), "0000");
 }
 
 }  // namespace nbx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "core/colours.h"
@@ -16,6 +17,9 @@ struct Nimbometer;
 // that grows with the distance from the target, at most every 5 seconds, and
 // a "P" command goes to the box. On a REMOTE only the display is refreshed.
 void HeaterStep(Nimbometer& nm);
+// The heater command for a duty from 0 to 1: "P" and duty x 1023 rounded half
+// to even, as four digits.
+std::string HeaterCommand(double duty);
 
 // The plate temperature wanted now, in the display unit: ambient plus
 // HeatImpTemp during an impulse; otherwise a line through the two support

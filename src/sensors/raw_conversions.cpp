@@ -34,10 +34,6 @@ double ThermistorCelsius(double counts, double pullUp, double resistanceAt25, do
   return 1.0 / (x / beta + 1.0 / (273.15 + 25.0)) - 273.15;
 }
 
-std::string TemperatureUnitLabel(const Config& config) {
-  return config.UnitTempStr == "F" ? "\u00B0F" : "\u00B0C";
-}
-
 void ReadReferenceVoltage(Nimbometer& nm) {
   if (!nm.IsMaster()) return;
   SiteState& s = nm.state;

@@ -21,7 +21,4 @@ void ReadRainFrequency(Nimbometer& nm);
 // Beta; the temperature in degrees Celsius. Not finite when the arithmetic fails.
 double ThermistorCelsius(double counts, double pullUp, double resistanceAt25, double beta);
 
-// "°C" or "°F", as the labels show the temperature unit.
-std::string TemperatureUnitLabel(const Config& config);
-
 }  // namespace nbx

@@ -3,7 +3,7 @@
 #include "core/nimbometer.h"
 #include "core/number_format.h"
 #include "core/text.h"
-#include "sensors/raw_conversions.h"
+#include "core/units.h"
 
 namespace nbx {
 namespace {

@@ -3,7 +3,7 @@
 #include <QSerialPort>
 #include <functional>
 
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 
 namespace nbx {
 

@@ -10,6 +10,7 @@
 
 #include "device/link_life.h"
 #include "device/reading_cycle.h"
+#include "device/stage_calls.h"
 #include "device/wire_protocol.h"
 
 namespace nbx {
@@ -69,6 +70,7 @@ Station::Station(QObject* parent)
   nm_.io.clock = &clock_;
   nm_.io.timers = &timers_;
   nm_.io.link = &link_;
+  ConnectStages(nm_);
   nm_.io.host = &host_;
   nm_.io.pictures = &pictures_;
   nm_.io.sound = &sound_;

@@ -3,6 +3,8 @@
 #include "boxsim/frames.h"
 #include "core/nimbometer.h"
 #include "device/command_queue.h"
+#include "device/stage_calls.h"
+#include "sensors/heater.h"
 #include "device/wire_protocol.h"
 #include "support/fake_link.h"
 #include "support/sim_station.h"
@@ -19,6 +21,7 @@ struct Wire {
     nm.io.clock = &time;
     nm.io.timers = &time;
     nm.io.link = &link;
+    ConnectStages(nm);
     nm.io.host = &host;
     link.open = true;
     nm.state.IsRunning = true;

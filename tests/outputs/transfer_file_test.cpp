@@ -8,6 +8,8 @@
 #include <type_traits>
 
 #include "fixed_site.h"
+#include "device/remote_reading.h"
+#include "editing/master_constants.h"
 #include "outputs/data_outputs.h"
 #include "outputs/transfer_file.h"
 

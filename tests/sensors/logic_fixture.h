@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/nimbometer.h"
+#include "device/stage_calls.h"
 #include "support/fake_link.h"
 #include "support/sim_station.h"
 
@@ -17,6 +18,7 @@ class LogicFixture : public ::testing::Test {
     nm.io.clock = &time;
     nm.io.timers = &time;
     nm.io.link = &link;
+    ConnectStages(nm);
     nm.io.host = &host;
     link.open = true;
     nm.state.IsRunning = true;

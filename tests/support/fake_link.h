@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 
 namespace nbx::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "boxsim/box.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 #include "support/virtual_time.h"
 
 namespace nbx::test {

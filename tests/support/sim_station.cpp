@@ -4,6 +4,7 @@
 
 #include "device/link_life.h"
 #include "device/reading_cycle.h"
+#include "device/stage_calls.h"
 #include "device/wire_protocol.h"
 
 namespace nbx::test {
@@ -16,6 +17,7 @@ SimStation::SimStation() {
   nm.io.clock = &time;
   nm.io.timers = &time;
   nm.io.link = &link;
+  ConnectStages(nm);
   nm.io.host = &host;
   nm.config.PortName = "/dev/ttyNBX0";
   nm.config.LblPathName = nm.config.LblPathNameCCDAP4 = files.path();
