@@ -19,7 +19,8 @@ TEST(LoadedStation, RunsOnTheStoredPassesPeriodUnitsAndWindAverage) {
   store.Save("Window", "UnitsTemp0", "False");
   store.Save("Window", "UnitsTemp", "True");
   store.Save("Window", "AvgWindCalc", "3");
-  LoadSettings(store, st.nm, {"/tmp", '.', false});
+  // The folder keys default to the documents folder: the test's own scratch folder.
+  LoadSettings(store, st.nm, {st.files.path(), '.', false});
 
   st.StartAndRunFirstCycles();
   const std::size_t before = st.box.Commands().size();
