@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <functional>
+#include <utility>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -30,7 +31,7 @@ void OnSignal(int) {
 void RouteSignals(std::function<void()> onSignal) {
   if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0) return;
   auto* notifier = new QSocketNotifier(signalPipe[1], QSocketNotifier::Read, qApp);
-  QObject::connect(notifier, &QSocketNotifier::activated, [notifier, onSignal] {
+  QObject::connect(notifier, &QSocketNotifier::activated, [notifier, onSignal = std::move(onSignal)] {
     char byte;
     (void)!::read(signalPipe[1], &byte, 1);
     notifier->setEnabled(false);

@@ -1,6 +1,7 @@
 #include "station/qt_serial_link.h"
 
 #include <QStringList>
+#include <utility>
 
 namespace nbx {
 
@@ -33,7 +34,7 @@ bool ApplyLineSettings(QSerialPort& port, const std::string& settings) {
 }
 
 QtSerialLink::QtSerialLink(std::function<void()> onReceive) {
-  QObject::connect(&port_, &QSerialPort::readyRead, [onReceive] { onReceive(); });
+  QObject::connect(&port_, &QSerialPort::readyRead, [onReceive = std::move(onReceive)] { onReceive(); });
   // An adapter pulled out mid-run: the port is closed here, so that the next
   // write fails and the next open reports the platform's reason.
   QObject::connect(&port_, &QSerialPort::errorOccurred, [this](QSerialPort::SerialPortError e) {

@@ -2,7 +2,7 @@
 
 namespace nbx {
 
-QtTimers::QtTimers(std::function<void(TimerId)> onTimer) {
+QtTimers::QtTimers(const std::function<void(TimerId)>& onTimer) {
   for (int i = 0; i < TimerCount; ++i) {
     timers_[static_cast<std::size_t>(i)] = std::make_unique<QTimer>();
     QTimer* timer = timers_[static_cast<std::size_t>(i)].get();

@@ -12,7 +12,7 @@ namespace nbx {
 // The program's timers as QTimers of the one thread's event loop.
 class QtTimers : public Timers {
  public:
-  explicit QtTimers(std::function<void(TimerId)> onTimer);
+  explicit QtTimers(const std::function<void(TimerId)>& onTimer);
   ~QtTimers() override;
 
   void Arm(TimerId id, int intervalMs) override;
