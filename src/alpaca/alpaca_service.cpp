@@ -14,7 +14,10 @@ AlpacaService::~AlpacaService() = default;
 void AlpacaService::Start(Nimbometer& nm, const QString& installation) {
   const Config& c = nm.config;
   if (!c.AlpacaEnabled) return;
-  const QHostAddress address(QString::fromStdString(c.AlpacaAddress).trimmed());
+  const QString text = QString::fromStdString(c.AlpacaAddress).trimmed();
+  const QHostAddress address = text.compare(u"localhost", Qt::CaseInsensitive) == 0
+                                   ? QHostAddress(QHostAddress::LocalHost)
+                                   : QHostAddress(text);
   if (address.isNull()) {
     std::fprintf(stderr, "nimbometer: Alpaca not served: \"%s\" is not an address\n", c.AlpacaAddress.c_str());
     return;

@@ -62,6 +62,19 @@ HttpReply Http(int port, const std::string& method, const std::string& target, c
   return reply;
 }
 
+HalfRequest::HalfRequest(int port, const std::string& start) : fd_(socket(AF_INET, SOCK_STREAM, 0)) {
+  const sockaddr_in a = Loopback(port);
+  if (connect(fd_, reinterpret_cast<const sockaddr*>(&a), sizeof a) == 0)
+    (void)send(fd_, start.data(), start.size(), MSG_NOSIGNAL);
+}
+
+HalfRequest::~HalfRequest() { close(fd_); }
+
+bool HalfRequest::ClosedWithin(int timeoutMs) {
+  char byte;
+  return Readable(fd_, timeoutMs) && recv(fd_, &byte, 1, 0) <= 0;
+}
+
 std::optional<int> Discover(int discoveryPort) {
   const int fd = socket(AF_INET, SOCK_DGRAM, 0);
   const sockaddr_in a = Loopback(discoveryPort);

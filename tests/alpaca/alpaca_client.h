@@ -15,6 +15,18 @@ struct HttpReply {
 };
 HttpReply Http(int port, const std::string& method, const std::string& target, const std::string& body = {});
 
+// A connection that sends `start` of a request and no more; it tells when
+// the server has closed it.
+class HalfRequest {
+ public:
+  HalfRequest(int port, const std::string& start);
+  ~HalfRequest();
+  bool ClosedWithin(int timeoutMs);
+
+ private:
+  int fd_;
+};
+
 // The AlpacaPort of the answer to "alpacadiscovery1" sent to 127.0.0.1.
 std::optional<int> Discover(int discoveryPort);
 

@@ -110,6 +110,8 @@ TEST_F(AlpacaStation, AnswersEveryRequestWithItsStatusAndErrorNumber) {
   Start();
   ASSERT_EQ(Put("/api/v1/observingconditions/0/connected", "Connected=true").status, 200);
   ASSERT_EQ(Put("/api/v1/safetymonitor/0/connected", "Connected=true").status, 200);
+  // A client that never finishes its request holds nobody up, and not for long.
+  HalfRequest slow(port, "GET /api/v1/safetymonitor/0/iss");
   struct Row {
     const char* method;
     const char* target;
@@ -180,6 +182,7 @@ TEST_F(AlpacaStation, AnswersEveryRequestWithItsStatusAndErrorNumber) {
   EXPECT_EQ(Http(port, "BREW", "not a request", "").status, 0);
   EXPECT_EQ(Get("/api/v1/safetymonitor/0/issafe").status, 200);
   EXPECT_TRUE(station->NextCycle(line));
+  EXPECT_TRUE(slow.ClosedWithin(15000));
 }
 
 TEST_F(AlpacaStation, IsSafeFollowsTheVerdictAndFailsWhenTheBoxFallsSilent) {
