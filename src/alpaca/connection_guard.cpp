@@ -39,7 +39,8 @@ void GuardedTcpServer::incomingConnection(qintptr descriptor) {
   connect(socket, &QTcpSocket::readyRead, watch, [socket, watch] {
     if (!watch->deadline.isActive()) watch->deadline.start();
     watch->bytes += socket->bytesAvailable();
-    if (watch->bytes > RequestBytes) socket->abort();
+    // Closed once the server has taken this chunk, not under its feet.
+    if (watch->bytes > RequestBytes) QMetaObject::invokeMethod(socket, &QTcpSocket::abort, Qt::QueuedConnection);
   });
   MakeRoom();
   open_.emplace_back(socket);
