@@ -11,7 +11,6 @@ class RequestWatch : public QObject {
   explicit RequestWatch(QTcpSocket* socket) : QObject(socket) {
     setObjectName(Name);
     deadline.setSingleShot(true);
-    deadline.setInterval(GuardedTcpServer::RequestSeconds * 1000);
     connect(&deadline, &QTimer::timeout, socket, &QTcpSocket::abort);
   }
   static constexpr const char* Name = "AlpacaRequestWatch";
@@ -34,10 +33,11 @@ void GuardedTcpServer::incomingConnection(qintptr descriptor) {
     return;
   }
   auto* watch = new RequestWatch(socket);
+  watch->deadline.start(RequestSeconds * 1000);  // a connection that never speaks
   // Connected before the HTTP server's own reader, so it sees each chunk
   // before the server takes it.
   connect(socket, &QTcpSocket::readyRead, watch, [socket, watch] {
-    if (!watch->deadline.isActive()) watch->deadline.start();
+    if (watch->bytes == 0) watch->deadline.start(RequestSeconds * 1000);
     watch->bytes += socket->bytesAvailable();
     // Closed once the server has taken this chunk, not under its feet.
     if (watch->bytes > RequestBytes) QMetaObject::invokeMethod(socket, &QTcpSocket::abort, Qt::QueuedConnection);
@@ -57,7 +57,7 @@ void GuardedTcpServer::MakeRoom() {
 
 void GuardedTcpServer::RequestDone(QTcpSocket* socket) {
   if (RequestWatch* watch = WatchOf(socket)) {
-    watch->deadline.stop();
+    watch->deadline.start(IdleSeconds * 1000);
     watch->bytes = 0;
   }
 }
