@@ -10,6 +10,8 @@ packages=(
   libclang-rt-dev
   # Qt: event loop, serial port, settings, drawing, automation over D-Bus, sound
   qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
+  # the ASCOM Alpaca server
+  qt6-httpserver-dev
   # the media player's decoders and sound output, without which no alarm sounds
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-pulseaudio
   # image files of the graphs

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/headless_station.h"
+#include "alpaca/alpaca_service.h"
 #include "app/single_instance.h"
 #include "automation/dbus/automation_server.h"
 #include "config/program_start.h"
@@ -68,6 +69,8 @@ int RunProgram(const ProgramOptions& options) {
   QString busError;
   if (!automation.Register(QDBusConnection::sessionBus(), busError))
     std::fprintf(stderr, "nimbometer: automation object not offered: %s\n", qPrintable(busError));
+  alpaca::AlpacaService alpaca;
+  alpaca.Start(nm, store.FileName());
   return headless.Run();
 }
 

@@ -176,6 +176,15 @@ void LoadLink(SettingsReader& r, Config& c, const Config& d) {
   c.CommSettings = r.Text("Communication", "RS232Setup", d.CommSettings);
 }
 
+void LoadAlpaca(SettingsReader& r, Config& c, const Config& d) {
+  c.AlpacaEnabled = r.Integer("Alpaca", "Enabled", d.AlpacaEnabled);
+  c.AlpacaAddress = r.Text("Alpaca", "Address", d.AlpacaAddress);
+  c.AlpacaPort = Usable(r.Long("Alpaca", "Port", d.AlpacaPort), 1, 65535, d.AlpacaPort);
+  c.AlpacaDiscovery = r.Integer("Alpaca", "Discovery", d.AlpacaDiscovery);
+  c.AlpacaDiscoveryPort =
+      Usable(r.Long("Alpaca", "DiscoveryPort", d.AlpacaDiscoveryPort), 1, 65535, d.AlpacaDiscoveryPort);
+}
+
 void LoadHeater(SettingsReader& r, Config& c, const Config& d) {
   c.HeatTemp[0] = r.Long("Heater", "Temp0", d.HeatTemp[0]);
   c.HeatTemp[1] = r.Long("Heater", "Temp1", d.HeatTemp[1]);
@@ -243,6 +252,7 @@ void LoadSwitchesLinkHeaterGraphsAndRoles(SettingsReader& r, Nimbometer& nm, con
   LoadUnsafeSwitches(r, c, d);
   LoadFileColumns(r, c, d);
   LoadLink(r, c, d);
+  LoadAlpaca(r, c, d);
   LoadHeater(r, c, d);
   LoadGraphs(r, c, d);
   c.LastMusicDir = r.Text("Window", "LastMusicDir", d.LastMusicDir);

@@ -61,6 +61,14 @@ void SaveLink(SettingsWriter& w, const Config& c) {
   w.Text("Communication", "RS232Setup", c.CommSettings);
 }
 
+void SaveAlpaca(SettingsWriter& w, const Config& c) {
+  w.Whole("Alpaca", "Enabled", c.AlpacaEnabled);
+  w.Text("Alpaca", "Address", c.AlpacaAddress);
+  w.Whole("Alpaca", "Port", c.AlpacaPort);
+  w.Whole("Alpaca", "Discovery", c.AlpacaDiscovery);
+  w.Whole("Alpaca", "DiscoveryPort", c.AlpacaDiscoveryPort);
+}
+
 void SaveDataFile(SettingsWriter& w, const Config& c) {
   w.Text("Window", "PathName", c.LblPathName);
   w.Text("Window", "FileName", c.FileName);
@@ -182,6 +190,7 @@ bool UnloadSettings(Settings& store, const Nimbometer& nm, const UnloadContext& 
   SaveElectrical(w, nm.state);
   for (const FamilyKeys& family : ConditionFamilies) SaveConditionFamily(w, family, c);
   SaveLink(w, c);
+  SaveAlpaca(w, c);
   w.Number("Window", "AASL", c.AASL);
   if (context.windowIsNormal) {
     if (c.Left) w.Number("Window", "Left", *c.Left);

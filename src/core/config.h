@@ -48,6 +48,13 @@ struct Config {
   double COMTimeout = 60;                // age of the transfer file a REMOTE accepts
   std::string CommSettings = "9600,n,8,1";
 
+  // --- The ASCOM Alpaca server (section Alpaca): on loopback unless told otherwise
+  std::int32_t AlpacaEnabled = 1;
+  std::string AlpacaAddress = "127.0.0.1";  // 0.0.0.0 or an interface's address serves the network
+  std::int32_t AlpacaPort = 11111;
+  std::int32_t AlpacaDiscovery = 1;
+  std::int32_t AlpacaDiscoveryPort = 32227;  // the port Alpaca clients ask; other values for tests
+
   // --- Units
   std::array<bool, 4> UnitsSpeed{true, false, false, false};  // km/h, mph, m/s, knot
   std::array<bool, 2> UnitsTemp{true, false};                 // C, F

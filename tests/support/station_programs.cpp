@@ -84,7 +84,10 @@ bool BoxProgram::WaitForCommand(const std::string& command, std::size_t after,
 }
 
 IniSections LinkSettings(const std::string& port, const IniSections& changes) {
-  return Changed({{"Communication", {{"PortName", port}, {"RefreshPeriod", "1"}, {"Timeout", "1"}}}}, changes);
+  // No Alpaca server: stations of parallel tests would contend for its ports.
+  return Changed({{"Communication", {{"PortName", port}, {"RefreshPeriod", "1"}, {"Timeout", "1"}}},
+                  {"Alpaca", {{"Enabled", "0"}}}},
+                 changes);
 }
 
 IniSections MasterSettings(const std::string& port, const std::string& folder, const IniSections& changes) {
