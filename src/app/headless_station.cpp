@@ -79,7 +79,9 @@ int HeadlessStation::Run() {
     std::printf("%s\n", CycleSummary(nm).c_str());
     std::fflush(stdout);
   });
-  QObject::connect(&station_, &Station::stopped, qApp, [this] {
+  QObject::connect(&station_, &Station::stopped, qApp, [this, &nm] {
+    std::printf("%s\n", StoppedSummary(nm).c_str());
+    std::fflush(stdout);
     Unload();
     QCoreApplication::exit(0);
   });

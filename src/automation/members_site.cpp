@@ -47,7 +47,7 @@ void AddReadings(Interface& face) {
       "LastReading", VT::Double, [](const Nimbometer& nm) { return nm.state.LastReading.value_or(0.0); },
       Blink::Silent));
   p.push_back(Reading("DataReady", VT::Boolean, [](const Nimbometer& nm) { return nm.state.NBX_DataReady; }));
-  p.push_back(Reading("Safe", VT::Boolean, [](const Nimbometer& nm) { return !nm.state.Value_Unsafe; }));
+  p.push_back(Reading("Safe", VT::Boolean, [](const Nimbometer& nm) { return ReportsSafe(nm); }));
   p.push_back(Reading(
       "SecondsSinceGoodData", VT::Long,
       [](const Nimbometer& nm) { return static_cast<std::int32_t>(SecondsSinceGoodData(nm)); },

@@ -63,6 +63,13 @@ struct SiteState {
 
   // --- Flags and counters of the cycle
   bool IsRunning = false;
+  // From the Start action to the Stop action: cycles are wanted, whether or
+  // not the port has opened yet. A port that never opens still runs cycles
+  // (failed ones), so that the station gives up its readings as for a silent box.
+  bool Started = false;
+  // A cycle has been read whole since Start. Until then nothing the station
+  // holds is a reading of this run, and the health signal says so.
+  bool GoodCycleSinceStart = false;
   std::int32_t DeviceInitialized = 0;  // 0 not set up, 1 "K" seen, 2 set up this run, 3 asked again
   std::string DeviceMode = "MASTER";
   bool LocalControl = false;           // an automation client holds the verdict
@@ -73,7 +80,7 @@ struct SiteState {
   double CycleStartTick = 0;
   bool CommFailed = false;
   bool SentinelsActive = false;
-  std::int32_t ConsecutiveCommErrors = 0;
+  std::int32_t ConsecutiveCommErrors = 0;  // failed cycles since the last one read whole
   std::int32_t RefreshMillis = 10000;
   std::int32_t GraphEvery = 6;
   std::int32_t GraphCycleCount = 0;
@@ -210,6 +217,8 @@ struct SiteState {
   void SizeSampleArrays();
   // Sets the eight fill counters to 0.
   void ClearSampleCounters();
+  // Cycles are wanted: the link is up, or Start was pressed and the port is still being tried.
+  bool CyclesWanted() const { return IsRunning || Started; }
 };
 
 }  // namespace nbx

@@ -76,8 +76,10 @@ bool OpenDevicePort(Nimbometer& nm) {
     std::string error;
     if (!nm.io.link->Open(PortDevice(nm), nm.config.CommSettings, error)) {
       ForgetConditions(s);
-      SetStatusMain(nm.display, "Serial port " + PortEntry(nm) + " error: " + error,
-                    colours::Red);
+      const std::string message = "Serial port " + PortEntry(nm) + " error: " + error;
+      SetStatusMain(nm.display, message, colours::Red);
+      // The status line is cut short; the whole reason goes to the trace.
+      nm.io.host->Trace(message);
       nm.io.host->Beep();
       return false;
     }
@@ -126,6 +128,11 @@ void StartAction(Nimbometer& nm) {
   s.WindSamples.assign(static_cast<std::size_t>(std::clamp(nm.config.CalcWindAvg, 1.0, 30.0)), 0.0);
   ResetSafetyAtStart(nm);
   s.Value_Wind = 0;
+  // A verdict of this run stands on readings of this run: the classes of the
+  // last run, or of before a Stop, are not carried into the first decision.
+  ForgetConditions(s);
+  s.Started = true;
+  s.GoodCycleSinceStart = false;
 
   SetStatusMain(d, "", colours::Black);
   SetStatusCode(d, "", colours::Black);
@@ -160,6 +167,9 @@ void StopAction(Nimbometer& nm) {
   if (nm.IsMaster() && nm.io.link->IsOpen())
     QueueCommand(nm, HeaterCommand(nm.config.HeatOffValue / 100.0));
   nm.state.IsRunning = false;
+  nm.state.Started = false;
+  nm.state.GoodCycleSinceStart = false;
+  ClearVerdictShown(nm);
   // A tick's work still pending would find the station not running and open
   // the port again, as a Start does; the Stop tick drops one armed meanwhile.
   nm.io.timers->Disarm(TimerId::Graph);
@@ -167,13 +177,16 @@ void StopAction(Nimbometer& nm) {
   nm.io.timers->Arm(TimerId::Stop, 10);
 }
 
+// A station whose port has not opened yet is started all the same: a client's
+// Start must not begin the run again (and clear its failure count), and its
+// Stop must stop it.
 void Start_Device(Nimbometer& nm) {
-  if (!nm.state.IsRunning) StartAction(nm);
+  if (!nm.state.CyclesWanted()) StartAction(nm);
   nm.display.ButtStop.Visible = false;
 }
 
 void Stop_Device(Nimbometer& nm) {
-  if (nm.state.IsRunning) StopAction(nm);
+  if (nm.state.CyclesWanted()) StopAction(nm);
   nm.display.ButtStop.Visible = false;
 }
 

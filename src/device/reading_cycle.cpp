@@ -57,6 +57,14 @@ void TimerGraphTick(Nimbometer& nm) {
   AdvanceGraphCount(nm);
   if (!nm.IsMaster()) {
     if (!ReadTransferFile(nm)) SetCycleLED(nm.display, colours::Orange);
+  } else if (!s.IsRunning) {
+    // A port that does not open (no such path, not a serial device, busy,
+    // no permission) sends nothing, so no time-out would ever count it and
+    // the verdict of the last run, or none, would stand. It counts as a
+    // failed cycle instead, and gives the readings up as a silent box does.
+    s.CycleStartTick = static_cast<double>(nm.MillisNow());
+    s.SentinelsActive = false;
+    CommandFailed(nm, false);
   } else {
     StartReadingCycle(nm);
   }
@@ -87,7 +95,11 @@ void StartReadingCycle(Nimbometer& nm) {
   }
   SetCycleLED(nm.display, colours::LampGrey);
   SetCycleLED(nm.display, colours::Blue);
-  s.ConsecutiveCommErrors = 0;
+  // The failure count is not reset here, though the box has answered: a box
+  // that loses every other reply answers the start of each cycle and never
+  // finishes one. The count starts again only when a cycle has been read
+  // whole, in ProcessFinishedCycle, so that such a box is given up as a
+  // silent one is instead of its last verdict standing on no reading.
   s.NBX_DataReady = false;
   s.LastReading = nm.NowSerial();
   s.ClearSampleCounters();
@@ -140,7 +152,7 @@ void ProcessFinishedCycle(Nimbometer& nm) {
   SiteState& s = nm.state;
   Display& d = nm.display;
   if (!s.CycleLoaded) return;
-  if (s.IsRunning) {
+  if (s.CyclesWanted()) {
     const bool readValues = !s.CommFailed || s.SentinelsActive;
     if (!s.CommFailed && !s.SentinelsActive) ReadReferenceVoltage(nm);
     if (readValues) {
@@ -158,6 +170,8 @@ void ProcessFinishedCycle(Nimbometer& nm) {
     if (!s.CommFailed) HeaterStep(nm);
     if (readValues) RunGraphRoutines(nm);
     if (!s.CommFailed) {
+      s.ConsecutiveCommErrors = 0;
+      s.GoodCycleSinceStart = true;
       d.LblPECReading.Caption = FormatNumber(CaptionNumber(d.LblPECReading) + 1, "0");
       d.LblPECTot4.Caption =
           FormatNumber(CaptionNumber(d.LblPECTot4) + CaptionNumber(d.LblPECByte4), "0");

@@ -31,6 +31,10 @@ std::string SafeDescription(int safeFlag) {
 int SecondsSinceGoodData(const Nimbometer& nm) {
   const SiteState& s = nm.state;
   const Config& c = nm.config;
+  // Nothing read whole since Start (or stopped): no good data, whatever the
+  // counters say. The counters of a new run start at 0 and would otherwise
+  // call the data good before anything had been read.
+  if (!s.GoodCycleSinceStart) return 1000;
   const bool linkLost = c.UnknownRS232NoError <= s.ConsecutiveCommErrors;
   const bool cloudLost = c.UnknownNoReading <= s.CloudUnknownCount && c.UnknowCloudGT <= s.Value_Cloud;
   const bool rainLost = c.UnknownNoReading <= s.RainUnknownCount && s.Value_Rain < c.UnknowRainLT &&

@@ -21,8 +21,9 @@ std::string ConditionDescription(const Nimbometer& nm, Family family);
 // "Safe" for 1, "Unsafe" for 2, "Unknown" for anything else.
 std::string SafeDescription(int safeFlag);
 // Not a time, in spite of its name: a two-valued health signal that clients
-// read as seconds. 1000 when the link or a deciding sensor has failed past
-// its limit, or the master's data are stale; 3 otherwise.
+// read as seconds. 1000 when no cycle has been read whole since Start, the
+// link or a deciding sensor has failed past its limit, or the master's data
+// are stale; 3 otherwise.
 int SecondsSinceGoodData(const Nimbometer& nm);
 
 }  // namespace nbx

@@ -125,7 +125,7 @@ void ApplySafeDelay(Nimbometer& nm, bool detected) {
 void DetectSafetyChange(Nimbometer& nm) {
   SiteState& s = nm.state;
   s.SafetyChanged = false;
-  if (!s.IsRunning) return;
+  if (!s.CyclesWanted()) return;
   const Colour shown = nm.display.LEDUnsafe.FillColor;
   if ((s.Value_Unsafe && shown != colours::Red) || (!s.Value_Unsafe && shown != colours::Green))
     s.SafetyChanged = true;
@@ -153,7 +153,7 @@ void EvaluateSafety(Nimbometer& nm) {
   if (s.Value_Unsafe) s.LastUnsafe = nm.NowSerial();
   DetectSafetyChange(nm);
   DispUnsafeStat(nm);
-  if (s.IsRunning) ActOnVerdict(nm);
+  if (s.CyclesWanted()) ActOnVerdict(nm);
   if (s.SafetyChanged) RunSafetyScript(nm, s.Value_Unsafe);
 }
 
@@ -163,6 +163,9 @@ void ResetSafetyAtStart(Nimbometer& nm) {
   d.SafeDelayMsg.Caption.clear();
   d.LblStatus.Caption.clear();
   d.LEDUnsafe.FillColor = colours::LampGrey;
+  // Nothing is known of this run's sky until its first decision: the files
+  // and clients see UNSAFE meanwhile, never the verdict of an earlier run.
+  s.Value_Unsafe = true;
   s.SafetyTrend = 0;
   s.SafetyChangeTime = nm.NowSerial();
   s.CloudChangeTime = 0;
@@ -199,8 +202,10 @@ std::int32_t NBX_CloudAlarmDelay(const Nimbometer& nm) {
   return static_cast<std::int32_t>(RoundHalfEven(nm.config.CloudAlarmDelay));
 }
 
+// A station whose port never opened still decides (UNSAFE, by unknown), and
+// shows it.
 void DispUnsafeStat(Nimbometer& nm) {
-  if (!nm.state.IsRunning) return;
+  if (!nm.state.CyclesWanted()) return;
   Display& d = nm.display;
   const bool unsafe = nm.state.Value_Unsafe;
   d.LblStatus.Caption = unsafe ? "Unsafe" : "Safe";
@@ -219,6 +224,18 @@ void HasControl(Nimbometer& nm, bool flag, const std::string& text) {
   }
   // The client's text shows where the alarm options were.
   d.Frame3.Visible = !flag;
+}
+
+bool VerdictGiven(const Nimbometer& nm) {
+  const SiteState& s = nm.state;
+  return s.CyclesWanted() && (s.SafetyTrend != 0 || s.LocalControl);
+}
+
+bool ReportsSafe(const Nimbometer& nm) { return VerdictGiven(nm) && !nm.state.Value_Unsafe; }
+
+void ClearVerdictShown(Nimbometer& nm) {
+  nm.display.LEDUnsafe.FillColor = colours::LampGrey;
+  nm.display.LblStatus.Caption.clear();
 }
 
 }  // namespace nbx

@@ -29,4 +29,13 @@ void DispUnsafeStat(Nimbometer& nm);
 // the label that says who holds it.
 void HasControl(Nimbometer& nm, bool flag, const std::string& text);
 
+// A verdict of this run exists: the station has decided since Start, or a
+// client holds the verdict. Before that, and while stopped, it is not SAFE.
+bool VerdictGiven(const Nimbometer& nm);
+// The SAFE/UNSAFE indicator goes back to grey: a stopped station shows no verdict.
+void ClearVerdictShown(Nimbometer& nm);
+// What clients are told as `Safe`: a verdict of this run, and that verdict
+// SAFE. A stopped monitor, or one that has not decided yet, is not safe.
+bool ReportsSafe(const Nimbometer& nm);
+
 }  // namespace nbx

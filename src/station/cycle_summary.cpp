@@ -4,6 +4,7 @@
 #include "core/number_format.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "safety/safety_decision.h"
 
 namespace nbx {
 namespace {
@@ -22,7 +23,11 @@ std::string CycleSummary(const Nimbometer& nm) {
   const Config& c = nm.config;
   const std::string unit = TemperatureUnitLabel(c);
   std::string line = FormatDate(nm.Now(), "yyyy/mm/dd hh:mm:ss");
-  line += s.Value_Unsafe ? "  UNSAFE" : "  SAFE";
+  // No verdict before the first decision of the run: not SAFE, and not yet UNSAFE either.
+  if (!VerdictGiven(nm))
+    line += "  WAITING";
+  else
+    line += s.Value_Unsafe ? "  UNSAFE" : "  SAFE";
   if (s.CommFailed) line += "  LINK DOWN";
   line += "  sky " + FormatNumber(s.Value_Cloud, "0.0") + " " + unit;
   line += "  ambient " + FormatNumber(s.Value_Temp, "0.0") + " " + unit;
@@ -46,6 +51,10 @@ std::string CycleSummary(const Nimbometer& nm) {
   // The relay as the box last reported it.
   if (!Trim(nm.display.LblSwitch.Caption).empty()) line += "  relay " + nm.display.LblSwitch.Caption;
   return line;
+}
+
+std::string StoppedSummary(const Nimbometer& nm) {
+  return FormatDate(nm.Now(), "yyyy/mm/dd hh:mm:ss") + "  STOPPED";
 }
 
 }  // namespace nbx

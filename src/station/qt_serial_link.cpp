@@ -1,7 +1,10 @@
 #include "station/qt_serial_link.h"
 
 #include <QStringList>
+#include <cerrno>
 #include <utility>
+
+#include <unistd.h>
 
 namespace nbx {
 
@@ -47,6 +50,9 @@ bool QtSerialLink::Open(const std::string& device, const std::string& lineSettin
   port_.setPortName(QString::fromStdString(device));
   if (!port_.open(QIODevice::ReadWrite)) {
     errorText = port_.errorString().toStdString();
+    // The usual cause on a new installation: the user is not allowed the port.
+    if (::access(device.c_str(), R_OK | W_OK) != 0 && errno == EACCES)
+      errorText += "; the user needs access to the port (on Debian, the group dialout)";
     return false;
   }
   if (!ApplyLineSettings(port_, lineSettings)) {

@@ -17,8 +17,8 @@ namespace nbx {
 
 void StationHost::Trace(std::string_view line) {
   if (onTrace) onTrace(line);
-  // Losing the port is worth a line even without the trace.
-  if (!traceEnabled && line.rfind("Serial port lost", 0) != 0) return;
+  // Losing the port, or failing to open it, is worth a line even without the trace.
+  if (!traceEnabled && line.rfind("Serial port ", 0) != 0) return;
   // Frames carry control characters (the end-of-reply type is 17): shown escaped.
   std::string text;
   for (const char c : line) {
@@ -83,7 +83,7 @@ Station::~Station() = default;
 void Station::Start() { StartAction(nm_); }
 
 void Station::Stop() {
-  if (!nm_.state.IsRunning && !timers_.IsArmed(TimerId::CommOn)) {
+  if (!nm_.state.CyclesWanted() && !timers_.IsArmed(TimerId::CommOn)) {
     emit stopped();
     return;
   }

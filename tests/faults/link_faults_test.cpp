@@ -59,34 +59,6 @@ TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
   StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
 }
 
-TEST(LinkFaults, ABoxThatAnswersEveryOtherCommandIsNeverReadAsGood) {
-  TempDir dir;
-  BoxProgram box(dir, {"rain=3300"});
-  ASSERT_TRUE(box.ready);
-  StationProgram station(dir, MasterSettings(box.link, dir.File("out")));
-  std::string line;
-  ASSERT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3300); }, 4, line))
-      << line;
-
-  // No cycle can finish while half the replies are lost. Each one ends
-  // with the link down; the failures count from the last cycle that found
-  // the box answering, so the last verdict stands (or, once they reach the
-  // limit, the values are given up) - but nothing the box half-said is
-  // ever shown as a reading.
-  ASSERT_TRUE(box.Tell("everyother=1 rain=1500"));
-  for (int i = 0; i < 8; ++i) {
-    ASSERT_TRUE(station.NextCycle(line)) << "cycle " << i << " with every other reply lost";
-    EXPECT_TRUE(LinkDown(line)) << line;
-    EXPECT_TRUE(GivenUp(line) || Number(line, "rain") == 3300) << line;
-  }
-  EXPECT_TRUE(station.process.Running());
-
-  ASSERT_TRUE(box.Tell("everyother=0 rain=3150"));
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return GoodWithRain(l, 3150); }, 10, line))
-      << line;
-  StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
-}
-
 TEST(LinkFaults, ABoxWithTheWrongFirmwareIsAskedAgainAndReadAsItSays) {
   TempDir dir;
   BoxProgram box(dir, {"firmware=?.??", "rain=3300"});

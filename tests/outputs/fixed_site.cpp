@@ -17,6 +17,7 @@ FixedSite::FixedSite() {
 
   SiteState& s = nm.state;
   s.IsRunning = true;
+  s.GoodCycleSinceStart = true;
   s.FirmwareMajor = 6;
   s.FirmwareMinor = 1;
   s.FirmwarePatch = 0;

@@ -10,6 +10,8 @@ namespace {
 // values put into the state as the sensor stages would.
 class Classification : public ::testing::Test {
  public:
+  // A run that has read a cycle whole: the health signal follows the counters.
+  Classification() { nm.state.GoodCycleSinceStart = true; }
   Condition Classify(double SiteState::*value, void (*update)(Nimbometer&), Condition SiteState::*result,
                      double v) {
     nm.state.*value = v;
