@@ -35,6 +35,7 @@ void NBXNimbometerForm::ApplyRole() {
   const bool master = station_.nm().IsMaster();
   for (QWidget* control : masterOnly_) control->setVisible(master);
   for (auto& [label, caption] : masterCaptions_) label->setText(master ? caption : QString());
+  station_.nm().display.ButtReload.Visible = !master;
   setWindowTitle(FormTitle(station_.nm()));
 }
 
