@@ -54,6 +54,7 @@ void NBXNimbometerForm::RenderExtras() {
     if (label->text() != text) label->setText(text);
   }
   if (portRefresh_) portRefresh_();
+  if (controlOwner_) controlOwner_->setVisible(!nm.display.Frame3.Visible && nm.display.ControlOwner.Visible);
   for (QWidget* control : recordControls_) control->setEnabled(nm.display.RecordControlsEnabled);
   const QString temperature = QString::fromStdString(TemperatureUnitLabel(nm.config));
   const QString speed = SpeedUnitText(nm.config.UnitSpeedStr);

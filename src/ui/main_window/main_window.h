@@ -136,6 +136,7 @@ class NBXNimbometerForm : public QMainWindow {
   // Labels that show a text of the configuration (folders, file names).
   std::vector<std::pair<QLabel*, std::function<std::string(const Config&)>>> textRefresh_;
   std::function<void()> portRefresh_;
+  QLabel* controlOwner_ = nullptr;
   // FileName, ButtPATH, SaveFreq, ButtFileStructure, chkDebug, LastReadOnly:
   // locked while a recording runs.
   std::vector<QWidget*> recordControls_;

@@ -60,15 +60,17 @@ QWidget* NBXNimbometerForm::BuildSetupTab() {
   layout->setContentsMargins(0, 0, 0, 0);
   sstab3_ = new QTabWidget(frame);
   sstab3_->setObjectName("SSTab3");
-  sstab3_->addTab(BuildSetupDevice(), "Device");
-  sstab3_->addTab(BuildSetupGraph(), "Graph");
-  sstab3_->addTab(BuildSetupAlarm(), "Alarm");
-  sstab3_->addTab(BuildSetupNetwork(), "Network");
-  sstab3_->addTab(BuildSetupScript(), "Script");
-  // The large panels scroll inside the tab; VScrol and HScrol are its bars.
-  setupScroll_ = Scrolling(sstab3_, "Picture3");
-  sstab3_->setMinimumSize(880, 560);
-  layout->addWidget(setupScroll_);
+  // The large device panel scrolls inside its tab; VScrol and HScrol are its
+  // bars, and their places are kept from one run to the next.
+  QWidget* device = BuildSetupDevice();
+  device->setMinimumSize(900, 560);
+  setupScroll_ = Scrolling(device, "Picture3");
+  sstab3_->addTab(setupScroll_, "Device");
+  sstab3_->addTab(Scrolling(BuildSetupGraph(), "PicScroll(1)"), "Graph");
+  sstab3_->addTab(Scrolling(BuildSetupAlarm(), "PicScroll(2)"), "Alarm");
+  sstab3_->addTab(Scrolling(BuildSetupNetwork(), "PicScroll(3)"), "Network");
+  sstab3_->addTab(Scrolling(BuildSetupScript(), "PicScroll(4)"), "Script");
+  layout->addWidget(sstab3_);
   return frame;
 }
 

@@ -34,7 +34,9 @@ QWidget* NBXNimbometerForm::BuildUnsafeTab() {
   Nimbometer& nm = station_.nm();
   auto* page = new QWidget(this);
   auto* pageLayout = new QVBoxLayout(page);
-  pageLayout->addWidget(bind_.Shown(page, "Label3(22)", nm.display.ControlOwner, nullptr));
+  // The owner's line lies under the blocks: it shows only while they are hidden.
+  controlOwner_ = bind_.Shown(page, "Label3(22)", nm.display.ControlOwner, nullptr);
+  pageLayout->addWidget(controlOwner_);
   auto* frame = new QGroupBox("Unsafe Conditions", page);
   frame->setObjectName("Frame3");
   bind_.Follow(frame, nm.display.Frame3);
@@ -119,6 +121,7 @@ QWidget* NBXNimbometerForm::BuildUnsafeTab() {
       unknown, "LblUnknowColor", [](const Config& c) { return c.LblUnknowColor; }, nullptr,
       [](ConfigEditor& e, Colour colour, const std::string&) { e.SetUnknowColour(colour); });
   colour->setText("Unknown");
+  colour->setMaximumHeight(24);
   colour->setAccessibleName("Unknown colour");
   grid->addWidget(colour, row++, 0, 1, 2);
   NumberEntry* windDelay = addNumber("WindAlarmDelay", "Wind Alarm Delay",
