@@ -21,6 +21,7 @@ namespace {
 TEST(WindowPictures, EveryTabAndSubTabOnARunningStation) {
   WindowOnStation w({"sky=-21", "ambient=12", "humidity=63", "wind=14", "rain=2950"});
   w.window->resize(1000, 720);
+  w.nm.config.GraphFreq = 1;  // every graph drawn at each cycle
   w.Find<QPushButton>("ButtSTART")->click();
   int cycles = 0;
   QObject::connect(&w.station, &Station::cycleProcessed, [&cycles] { ++cycles; });
