@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QTimer>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -144,6 +146,27 @@ TEST(MainWindow, RunsTheBoxAndSharesEditsWithClients) {
   w.window->Render();
   EXPECT_TRUE(w.Find("RefreshPeriod")->isEnabled());
   EXPECT_TRUE(start->isVisible());
+}
+
+// Assistive technology finds each control by its caption: the buttons, tabs
+// and menus by their text, each number entry and list by the label beside it.
+TEST(MainWindow, EveryControlIsNamedForAssistiveTechnology) {
+  WindowOnStation w;
+  int entries = 0;
+  for (QLineEdit* entry : w.window->findChildren<QLineEdit*>()) {
+    if (qobject_cast<QComboBox*>(entry->parentWidget())) continue;
+    ++entries;
+    EXPECT_FALSE(entry->accessibleName().isEmpty()) << entry->objectName().toStdString();
+  }
+  EXPECT_GT(entries, 50);
+  for (QAbstractButton* button : w.window->findChildren<QAbstractButton*>()) {
+    if (button->objectName().isEmpty() || button->objectName().startsWith("qt_")) continue;
+    EXPECT_FALSE(button->text().isEmpty() && button->accessibleName().isEmpty())
+        << button->objectName().toStdString();
+  }
+  EXPECT_FALSE(w.Find<QComboBox>("COMPort")->accessibleName().isEmpty());
+  for (QTabWidget* tabs : w.window->findChildren<QTabWidget*>())
+    for (int i = 0; i < tabs->count(); ++i) EXPECT_FALSE(tabs->tabText(i).isEmpty());
 }
 
 }  // namespace
