@@ -56,7 +56,7 @@ QWidget* NBXNimbometerForm::BuildDeviceTab() {
   auto* readings = frame->findChild<ClickLabel*>("LblPECReading");
   connect(readings, &ClickLabel::rightClicked, this, [this] {
     if (ShowMessage(this, "Reset counter ?", ButtonsYesNo, QString()) == ReplyYes)
-      station_.nm().display.LblPECReading.Caption = "0";
+      station_.nm().display.LblPECReading.Caption = std::string(1, '0');
     Render();
   });
   grid->setRowStretch(PerColumn, 1);
