@@ -326,6 +326,14 @@ void NBXNimbometerForm::Render() {
     if (title->isVisibleTo(title->parentWidget()) == d.WindNotAvailable.Visible)
       title->setVisible(!d.WindNotAvailable.Visible);
   if (setupEnabled_ == d.SetupLocked) SetSetupEnabled(!d.SetupLocked);
+  // A client may minimise or restore the window; the user's own changes
+  // reach the record through changeEvent.
+  if (isVisible() && d.WindowMinimized != isMinimized()) {
+    if (d.WindowMinimized)
+      showMinimized();
+    else
+      showNormal();
+  }
   const QString title = FormTitle(nm);
   if (windowTitle() != title) {
     setWindowTitle(title);
@@ -365,6 +373,15 @@ void NBXNimbometerForm::ExitProgram() {
     QApplication::exit(0);
   }, Qt::SingleShotConnection);
   station_.Stop();
+}
+
+void NBXNimbometerForm::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  if (isMinimized())
+    WindowMinimize(station_.nm());
+  else
+    WindowNormal(station_.nm());
 }
 
 void NBXNimbometerForm::closeEvent(QCloseEvent* event) {
