@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "app/signal_route.h"
 #include "config/settings_order.h"
 #include "station/settings_store.h"
 #include "station/station.h"
@@ -50,6 +51,15 @@ bool WindowStation::Load() {
   if (options_.simulate) window_->KeepStoredPort(storedPortName_);
   window_->Load();
   window_->show();
+  // SIGINT and SIGTERM end the program as the headless one ends: the Stop
+  // action, then the unload (which writes nothing while clients are attached).
+  RouteSignals([this] {
+    QObject::connect(&station_, &Station::stopped, window_.get(), [this] {
+      window_->Unload();
+      QApplication::exit(0);
+    }, Qt::SingleShotConnection);
+    station_.Stop();
+  });
   return true;
 }
 
