@@ -74,8 +74,8 @@ void FileStructureDialog::MoveCurrent(int step) {
   if (from < 0 || to < 0 || to >= ListCol_->count()) return;
   // Text, selection and field travel together; the line's number stays the
   // one it had when the dialog opened.
+  const bool selected = ListCol_->item(from)->isSelected();
   QListWidgetItem* item = ListCol_->takeItem(from);
-  const bool selected = item->isSelected();
   ListCol_->insertItem(to, item);
   item->setSelected(selected);
   ListCol_->setCurrentRow(to, QItemSelectionModel::NoUpdate);
