@@ -6,13 +6,16 @@
 #include <QCheckBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTest>
 #include <functional>
 #include <memory>
 
 #include "core/nimbometer.h"
 #include "support/child_process.h"
 #include "support/wave_file.h"
+#include "station/settings_store.h"
 #include "ui/dialogs/about/about_dialog.h"
+#include "ui/dialogs/device_constants/device_constants.h"
 #include "ui/dialogs/file_structure/file_structure_dialog.h"
 #include "ui/dialogs/legend/legend_dialog.h"
 #include "ui/dialogs/sound/sound_dialog.h"
@@ -130,6 +133,26 @@ TEST(Dialogs, OwnChecksAndDefaults) {
     structure.RestoreDefaults();
     structure.Confirm();
     EXPECT_EQ(nm.config.FileColumns, Config::DefaultFileColumns());
+  }
+  {  // A constant edited on its label is what goes to the store for the next start.
+    test::TempDir dir;
+    IniSettings store(QString::fromStdString(dir.File("station.ini")));
+    DeviceConstants constants;
+    constants.setDevideCosntants(nm.state);
+    QLabel* zener = constants.constantLabel(0);
+    EXPECT_EQ(zener->text(), "3");
+    for (const char* button : {"Cancel", "OK"}) {
+      test::ModalScript script({[button](QWidget* d) {
+        d->findChild<NumberEntry*>("NewValue")->setText("2.5");
+        test::Click(d, button);
+      }});
+      QTest::mouseRelease(zener, Qt::RightButton);
+    }
+    EXPECT_EQ(zener->text(), "2.5");
+    constants.ResetElectParam(store, nm.state, '.');
+    EXPECT_EQ(store.Get("Electrical", "ZenerVoltage", ""), "2.5");
+    EXPECT_EQ(nm.state.ZenerVoltage, 3) << "the readings of this run keep the station's value";
+    EXPECT_EQ(constants.serialLabel()->text(), "n/a");
   }
   LegendDialog legend;
   auto* codes = legend.findChild<QListWidget*>("List1");
