@@ -27,10 +27,17 @@ QString ManualPage(int tab, int setupSubTab) {
   return page;
 }
 
-bool OpenManual(int tab, int setupSubTab, bool contents) {
+QString ManualPageForContext(int context) {
+  if (context >= 2001 && context <= 2006) return ManualPage(context - 2001, 0);
+  if (context >= 2051 && context <= 2055) return ManualPage(4, context - 2051);
+  if (context == 2061) return ManualPage(5, 0);
+  return ManualPage(-1, 0);
+}
+
+bool OpenManual(int helpContext) {
   const QString folder = ManualFolder();
   if (folder.isEmpty()) return false;
-  const QString page = contents ? QStringLiteral("index.html") : ManualPage(tab, setupSubTab);
+  const QString page = ManualPageForContext(helpContext);
   const int hash = page.indexOf('#');
   QUrl url = QUrl::fromLocalFile(folder + "/" + (hash < 0 ? page : page.left(hash)));
   if (hash >= 0) url.setFragment(page.mid(hash + 1));

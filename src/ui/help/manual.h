@@ -13,9 +13,13 @@ QString ManualFolder();
 // the sub-tab of "Setup" (tab 4); a tab it does not know gives the contents.
 QString ManualPage(int tab, int setupSubTab);
 
-// Opens the page in the desktop's browser; `contents` opens the contents
-// page whatever the tab (the menu's "Contents ..."). False when the manual
-// is missing or no browser took it.
-bool OpenManual(int tab, int setupSubTab, bool contents);
+// The page of a help context as the window gives it for F1: 2001 plus the
+// main tab, (201 + 4) * 10 + 1 plus the sub-tab of "Setup", 2061 for
+// "Device"; any other context (0 for "Contents ...") gives the contents.
+QString ManualPageForContext(int helpContext);
+
+// Opens the page of the help context in the desktop's browser. False when
+// the manual is missing or no browser took it.
+bool OpenManual(int helpContext);
 
 }  // namespace nbx
