@@ -59,7 +59,10 @@ TEST(Tray, TipAndMenuFollowTheRunAndTheClients) {
   // The icon takes the colour of the sky's condition (blue in the high byte).
   EXPECT_EQ(tray.icon().pixmap(32).toImage().pixelColor(16, 16), QColor(255, 255, 0));
 
+  // A double click on the icon of a minimised window: its first click leaves
+  // the window be, the double click restores it.
   window.showMinimized();
+  tray.LeftClick();
   tray.DoubleClick();
   EXPECT_FALSE(window.isMinimized());
 }

@@ -72,6 +72,7 @@ TrayIcon::TrayIcon(Station& station, QWidget* window, const QString& versionTitl
   connect(exit_, &QAction::triggered, this, &TrayIcon::exitRequested);
   connect(minimize_, &QAction::triggered, this, &TrayIcon::Minimize);
   connect(restore_, &QAction::triggered, this, &TrayIcon::Restore);
+  connect(&menu_, &QMenu::aboutToShow, this, &TrayIcon::Update);
 
   if (QSystemTrayIcon::isSystemTrayAvailable()) {
     tray_ = std::make_unique<QSystemTrayIcon>();
@@ -128,8 +129,10 @@ void TrayIcon::ApplyMenuState() {
 }
 
 void TrayIcon::LeftClick() {
-  if (!window_) return;
-  if (window_->isMinimized() || !window_->isVisible()) window_->showNormal();
+  // A minimised window stays so: the click that begins a double click would
+  // otherwise restore it, and the double click would minimise it again.
+  if (!window_ || window_->isMinimized()) return;
+  if (!window_->isVisible()) window_->show();
   window_->raise();
   window_->activateWindow();
 }
