@@ -148,11 +148,15 @@ TEST(Dialogs, OwnChecksAndDefaults) {
       }});
       QTest::mouseRelease(zener, Qt::RightButton);
     }
-    EXPECT_EQ(zener->text(), "2.5");
+    constants.Follow(nm.state);
+    EXPECT_EQ(zener->text(), "2.5") << "an edit stays until the box tells other values";
     constants.ResetElectParam(store, nm.state, '.');
     EXPECT_EQ(store.Get("Electrical", "ZenerVoltage", ""), "2.5");
     EXPECT_EQ(nm.state.ZenerVoltage, 3) << "the readings of this run keep the station's value";
     EXPECT_EQ(constants.serialLabel()->text(), "n/a");
+    nm.state.ZenerVoltage = 2.54;
+    constants.Follow(nm.state);
+    EXPECT_EQ(zener->text(), "2.54");
   }
   LegendDialog legend;
   auto* codes = legend.findChild<QListWidget*>("List1");

@@ -99,12 +99,22 @@ DeviceConstants::DeviceConstants(QWidget* parent) : QWidget(parent) {
 }
 
 void DeviceConstants::ShowConstants(const SiteState& s) {
-  for (int i = 0; i < 9; ++i) labels_[static_cast<std::size_t>(i)]->setText(Plain(s.*Rows[i].field));
+  for (std::size_t i = 0; i < 9; ++i) {
+    shown_[i] = s.*Rows[i].field;
+    labels_[i]->setText(Plain(shown_[i]));
+  }
 }
 
 void DeviceConstants::setDevideCosntants(const SiteState& s) {
   ShowConstants(s);
+  shownSerial_ = s.SerialNo;
   LblSerialNo_->setText(QString::fromStdString(s.SerialNo));
+}
+
+void DeviceConstants::Follow(const SiteState& s) {
+  bool changed = s.SerialNo != shownSerial_;
+  for (std::size_t i = 0; i < 9; ++i) changed = changed || s.*Rows[i].field != shown_[i];
+  if (changed) setDevideCosntants(s);
 }
 
 void DeviceConstants::EEPROM2_StrToVar(const SiteState& s) { ShowConstants(s); }

@@ -35,6 +35,10 @@ class DeviceConstants : public QWidget {
 
   // setDevideCosntants: the nine constants and the serial number.
   void setDevideCosntants(const SiteState& s);
+  // After a cycle: the labels take the station's values when these have
+  // changed since they were last shown (the box has identified itself), so
+  // that an edit of a label stays until then.
+  void Follow(const SiteState& s);
   // EEPROM2_StrToVar: the nine constants only.
   void EEPROM2_StrToVar(const SiteState& s);
   // ResetElectParam: the serial label reads "n/a" and the constants as the
@@ -58,6 +62,8 @@ class DeviceConstants : public QWidget {
   QLabel* remoteNote_ = nullptr;
   QLabel* LblSerialNo_ = nullptr;
   std::array<QLabel*, 9> labels_{};
+  std::array<double, 9> shown_{};
+  std::string shownSerial_;
 };
 
 }  // namespace nbx
