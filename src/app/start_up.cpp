@@ -4,9 +4,11 @@
 #include <QDBusConnection>
 #include <QVersionNumber>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "app/headless_station.h"
+#include "app/window_station.h"
 #include "app/single_instance.h"
 #include "automation/dbus/automation_server.h"
 #include "config/program_start.h"
@@ -35,6 +37,28 @@ void CheckImageLibrary(Nimbometer& nm, const std::string& versionText) {
                           ButtonsOk, versionText);
 }
 
+// Another station may hold the object's name: this one runs on without it.
+std::unique_ptr<AutomationServer> OfferAutomation(Nimbometer& nm) {
+  auto automation = std::make_unique<AutomationServer>(nm);
+  QString busError;
+  if (!automation->Register(QDBusConnection::sessionBus(), busError))
+    std::fprintf(stderr, "nimbometer: automation object not offered: %s\n", qPrintable(busError));
+  return automation;
+}
+
+// The window's load stands where the headless load stands; the image
+// library's message comes once the window is up.
+int RunWindow(Station& station, IniSettings& store, const ProgramOptions& options,
+              const std::string& versionText) {
+  Nimbometer& nm = station.nm();
+  WindowStation window(station, store, options);
+  if (!window.Load()) return 1;
+  Record_DebugInfo(nm, "Sub main4");
+  CheckImageLibrary(nm, versionText);
+  const auto automation = OfferAutomation(nm);
+  return window.Run();
+}
+
 }  // namespace
 
 bool StartUpHasBegun() { return startUpBegun; }
@@ -58,16 +82,13 @@ int RunProgram(const ProgramOptions& options) {
   Record_DebugInfo(nm, "Sub main3");
 
   nm.io.settings = &store;
+  if (!options.headless) return RunWindow(station, store, options, versionText);
   HeadlessStation headless(station, store, options);
   if (!headless.Load()) return 1;
   Record_DebugInfo(nm, "Sub main4");
 
   CheckImageLibrary(nm, versionText);
-  // Another station may hold the object's name: this one runs on without it.
-  AutomationServer automation(nm);
-  QString busError;
-  if (!automation.Register(QDBusConnection::sessionBus(), busError))
-    std::fprintf(stderr, "nimbometer: automation object not offered: %s\n", qPrintable(busError));
+  const auto automation = OfferAutomation(nm);
   return headless.Run();
 }
 

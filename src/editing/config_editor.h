@@ -94,6 +94,36 @@ class ConfigEditor {
   void SetGraphTempMax(double value);
   void SetGraphTempMin(double value);
 
+  // --- The window's remaining controls (config_editor_window.cpp)
+  void SetCOMPort(int index);
+  void SetPORTTimeout(double seconds);
+  void SetCOMTimeout(double seconds);
+  void SetAASL(double metres);
+  void SetHeatMinValue(double percent);
+  void SetHeatOffValue(double percent);
+  void SetAmbTempOffset(double value);
+  void SetIRTempOffset(double value);
+  void SetDarkReference(double value);
+  void SetWindAlarmDelay(double seconds);
+  void SetCheckStartApp(int value);
+  void SetCheckStartRecording(int value);
+  // Option 0 "Master", 1 "Remote"; the role word follows.
+  void SetNMRole(int option);
+  void SetSWAnemoModel(int option);
+  void SetDisableUnknownRain(int value);
+  void SetDisableUnknownDay(int value);
+  void SetUnKnownUnsafe(int value);
+  void SetUnknowColour(Colour colour);
+  void SetImageType(int value);
+  void SetImageQuality(int option);
+  void SetChkDebug(int value);
+  void SetFileNameCCDAP4(const std::string& name);
+  // The script of a verdict: its folder and its file name.
+  void SetScript(bool unsafe, const std::string& folder, const std::string& file);
+  // The shared folder of the transfer file, the master's or the remote's by role.
+  void SetNetPath(const std::string& folder);
+  void SetSingleLineFolder(const std::string& folder);
+
  private:
   Nimbometer& nm_;
 };

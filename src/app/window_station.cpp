@@ -1,0 +1,61 @@
+#include "app/window_station.h"
+
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+
+#include "config/settings_order.h"
+#include "station/settings_store.h"
+#include "station/station.h"
+#include "station/system_areas.h"
+#include "ui/main_window/main_window.h"
+#include "ui/main_window/window_host.h"
+
+namespace nbx {
+
+bool DisplayAvailable() {
+  for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    const char* value = std::getenv(variable);
+    if (value && *value) return true;
+  }
+  return false;
+}
+
+WindowStation::WindowStation(Station& station, IniSettings& store, const ProgramOptions& options)
+    : station_(station), store_(store), options_(options) {}
+
+WindowStation::~WindowStation() {
+  // The logic must not reach a host that is gone.
+  station_.nm().io.host = &station_.host();
+}
+
+bool WindowStation::Load() {
+  Nimbometer& nm = station_.nm();
+  host_ = std::make_unique<WindowHost>(station_.host());
+  nm.io.host = host_.get();
+  store_.CheckReadable();
+  LoadSettings(store_, nm, MachineLoadContext());
+  storedPortName_ = nm.config.PortName;
+  if (options_.simulate) {
+    QString error;
+    const QString port = box_.Start({"platemodel=1"}, error);
+    if (port.isEmpty()) {
+      std::fprintf(stderr, "nimbometer: %s\n", qPrintable(error));
+      return false;
+    }
+    nm.config.PortName = port.toStdString();
+  }
+  window_ = std::make_unique<NBXNimbometerForm>(station_, store_);
+  host_->setWindow(window_.get());
+  if (options_.simulate) window_->KeepStoredPort(storedPortName_);
+  window_->Load();
+  window_->show();
+  return true;
+}
+
+int WindowStation::Run() {
+  const int code = QApplication::exec();
+  return code;
+}
+
+}  // namespace nbx
