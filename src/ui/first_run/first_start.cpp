@@ -3,6 +3,7 @@
 #include "core/host.h"
 #include "core/nimbometer.h"
 #include "device/link_life.h"
+#include "editing/config_editor.h"
 #include "device/command_queue.h"
 #include "station/station.h"
 #include "ui/first_run/initial_form.h"
@@ -44,11 +45,11 @@ FirstStartOutcome RunFirstStart(Station& station, const FirstStartWindow& w) {
   if (reply == ReplyCancel) return FirstStartOutcome::Unload;
   if (reply == ReplyNo) {
     s.DeviceInitialized = 1;
-    nm.config.NMRole = {false, true};
+    ConfigEditor(nm).SetNMRole(1);
     return FirstStartOutcome::Ready;
   }
 
-  nm.config.NMRole = {true, false};
+  ConfigEditor(nm).SetNMRole(0);
   Call(w.showDeviceTab);
   InitialForm form(nm, w.window);
   form.exec();

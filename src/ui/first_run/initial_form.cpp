@@ -130,10 +130,10 @@ void InitialForm::Confirm() {
   const std::string folder = LBLPath_->text().toStdString();
   Config& c = nm_.config;
   ConfigEditor editor(nm_);
-  c.NetPathMaster = folder;
+  editor.SetNetPath(folder);
   editor.SetDataFolder(folder);
   editor.SetGraphImagePath(folder);
-  c.LblPathNameCCDAP4 = folder;
+  editor.SetSingleLineFolder(folder);
   const QString entry = COMPort_->currentText().trimmed();
   if (IsComName(entry)) {
     c.COMPort = entry.mid(3).toInt() - 1;
