@@ -101,6 +101,10 @@ void WindowDialogs::AttachToControls() {
     deviceTab->layout()->addWidget(constants_);
     constants_->setDevideCosntants(nm.state);
     constants_->SetRemote(!nm.IsMaster());
+    connect(&station_, &Station::cycleProcessed, constants_, [this, &nm] {
+      constants_->Follow(nm.state);
+      constants_->SetRemote(!nm.IsMaster());
+    });
   }
 }
 
