@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QTest>
 #include <functional>
 
 #include "core/nimbometer.h"
 #include "station/settings_store.h"
 #include "station/station.h"
+#include "station/system_areas.h"
 #include "support/child_process.h"
 #include "ui/main_window/main_window.h"
 #include "ui/window_dialogs/window_dialogs.h"
@@ -56,6 +58,16 @@ TEST(WindowDialogs, EachHookOpensItsWindow) {
     EXPECT_EQ(opened.toStdString(), c.dialog);
   }
   EXPECT_FALSE(station.nm().state.AlarmWindowON);
+
+  // "Start && Connect" also starts the program with the session.
+  qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(dir.path()));
+  auto* startApp = window.findChild<QCheckBox*>("CheckStartApp");
+  ASSERT_NE(startApp, nullptr);
+  for (bool on : {true, false}) {
+    startApp->click();
+    EXPECT_EQ(HasRunEntry(RunEntryName), on);
+  }
+  qunsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "ui/window_dialogs/window_dialogs.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QEvent>
 #include <QLayout>
 #include <QMouseEvent>
@@ -11,6 +12,7 @@
 #include "station/station.h"
 #include "editing/config_editor.h"
 #include "safety/families.h"
+#include "ui/autostart/start_with_session.h"
 #include "ui/dialogs/about/about_dialog.h"
 #include "ui/dialogs/device_constants/device_constants.h"
 #include "ui/dialogs/sound/sound_dialog.h"
@@ -92,6 +94,11 @@ void WindowDialogs::AttachToControls() {
     com->installEventFilter(this);
     soundEntries_[com] = {std::nullopt, 0};
   }
+  // The auto-start box also starts the program with the session, or no longer.
+  if (auto* startApp = window_.findChild<QCheckBox*>("CheckStartApp"))
+    connect(startApp, &QCheckBox::clicked, this, [this](bool checked) {
+      ApplyStartWithSession(&window_, checked, QCoreApplication::applicationFilePath());
+    });
   // A right click on the temperature graph sets its range.
   tempGraph_ = window_.findChild<QWidget*>("GraphTemp");
   if (tempGraph_) tempGraph_->installEventFilter(this);
