@@ -99,9 +99,13 @@ std::string InitialForm::ChosenDevice() const {
 void InitialForm::TestPort() {
   SerialLink& link = *nm_.io.link;
   std::string error;
-  // The port the station already holds is known to open.
-  const bool opened = link.IsOpen() || link.Open(ChosenDevice(), commSettings_, error);
-  if (opened) {
+  // The station's own port is left as it is: closing it would cut a run.
+  if (link.IsOpen()) {
+    StatMsg_->setStyleSheet("color: red");
+    StatMsg_->setText("The station holds its port; stop it to test another.");
+    return;
+  }
+  if (link.Open(ChosenDevice(), commSettings_, error)) {
     link.Close();
     StatMsg_->setStyleSheet("color: #000080");
     StatMsg_->setText("Port can be opened, probably OK");
