@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <cstring>
 
@@ -11,6 +13,7 @@
 #include "station/station.h"
 #include "support/station_programs.h"
 #include "ui/first_run/first_start.h"
+#include "ui/first_run/initial_form.h"
 #include "ui_dialogs/modal_script.h"
 
 namespace nbx {
@@ -98,6 +101,28 @@ TEST(FirstStart, RoleQuestionFormAndFirstContact) {
     } else if (c.formButton && std::string(c.formButton) == "Cancel") {
       EXPECT_TRUE(nm.config.PortName.empty()) << "a cancelled form changes nothing";
     }
+  }
+}
+
+TEST(FirstStart, FolderMustBeWritable) {
+  test::TempDir dir;
+  Nimbometer nm;
+  nm.config.LblPathName = dir.path();
+  InitialForm form(nm);
+  auto* path = form.findChild<QLabel*>("LBLPath");
+  for (const std::string& folder : {std::string("/proc"), dir.File("night")}) {
+    QDir().mkpath(QString::fromStdString(folder));
+    ModalScript script({[&folder](QWidget* chooser) {
+                          auto* files = qobject_cast<QFileDialog*>(chooser);
+                          ASSERT_NE(files, nullptr);
+                          files->selectFile(QString::fromStdString(folder));
+                          QMetaObject::invokeMethod(files, "accept", Qt::QueuedConnection);
+                        },
+                        Press("OK")});
+    form.ChoosePath();
+    const bool writable = folder != "/proc";
+    EXPECT_EQ(path->text().toStdString(), writable ? folder : dir.path());
+    EXPECT_EQ(script.messages.size(), writable ? 0 : 1) << folder;
   }
 }
 

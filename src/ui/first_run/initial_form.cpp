@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QFileInfo>
+#include <QTemporaryFile>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -121,8 +121,10 @@ void InitialForm::ChoosePath() {
       this, "Select the shared folder to store the communication file.", LBLPath_->text(),
       QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
   if (folder.isEmpty()) return;
-  const QFileInfo info(folder);
-  if (!info.isDir() || !info.isWritable()) {
+  // Tried by writing, as permissions alone don't tell (a read-only mount,
+  // or the administrator's account).
+  QTemporaryFile probe(folder + "/.nbx-write-test-XXXXXX");
+  if (!probe.open()) {
     ShowMessage(this, "The folder " + folder + " cannot be written.\r\nChoose another one.",
                 ButtonsOk, {});
     return;
