@@ -70,5 +70,20 @@ TEST(WindowDialogs, EachHookOpensItsWindow) {
   qunsetenv("XDG_CONFIG_HOME");
 }
 
+TEST(WindowDialogs, NewInstallationAsksAtTheWindowsLoad) {
+  test::TempDir dir;
+  IniSettings store(QString::fromStdString(dir.File("station.ini")));
+  Station station;
+  NBXNimbometerForm window(station, store);
+  new WindowDialogs(window, station);
+  test::ModalScript script({test::Press("No")});
+  window.Load();
+  window.show();
+  for (int i = 0; i < 500 && station.nm().state.DeviceInitialized != 1; ++i) QTest::qWait(10);
+  EXPECT_EQ(station.nm().state.DeviceInitialized, 1);
+  EXPECT_FALSE(station.nm().IsMaster());
+  EXPECT_EQ(script.messages, QStringList{"Is this the MASTER installation ?"});
+}
+
 }  // namespace
 }  // namespace nbx

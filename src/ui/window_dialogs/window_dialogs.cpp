@@ -154,6 +154,8 @@ void WindowDialogs::FirstStart() {
   hooks.showDeviceTab = [this] { window_.mainTabs()->setCurrentIndex(DeviceTab); };
   hooks.setControlsEnabled = [this](bool enabled) {
     window_.mainTabs()->setEnabled(enabled);
+    for (const char* name : {"RecOption(0)", "RecOption(1)"})
+      if (QWidget* option = window_.findChild<QWidget*>(name)) option->setEnabled(enabled);
     window_.Render();
   };
   hooks.refresh = [this] {
