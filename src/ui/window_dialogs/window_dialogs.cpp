@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QTabWidget>
 
+#include "config/program_start.h"
 #include "core/host.h"
 #include "core/nimbometer.h"
 #include "station/station.h"
@@ -61,7 +62,9 @@ WindowDialogs::WindowDialogs(NBXNimbometerForm& window, Station& station)
                             "program, or no browser is set up.", ButtonsOk, {});
   });
 
-  tray_ = std::make_unique<TrayIcon>(station, &window, NBXNimbometerForm::FormTitle(nm));
+  tray_ = std::make_unique<TrayIcon>(
+      station, &window,
+      QString::fromStdString(VersionText(NBX_VERSION_MAJOR, NBX_VERSION_MINOR, NBX_VERSION_PATCH)));
   connect(tray_.get(), &TrayIcon::startRequested, &window, [this] {
     station_.Start();
     window_.Render();
