@@ -11,6 +11,7 @@
 #include "station/system_areas.h"
 #include "ui/main_window/main_window.h"
 #include "ui/main_window/window_host.h"
+#include "ui/window_dialogs/window_dialogs.h"
 
 namespace nbx {
 
@@ -48,6 +49,9 @@ bool WindowStation::Load() {
   }
   window_ = std::make_unique<NBXNimbometerForm>(station_, store_);
   host_->setWindow(window_.get());
+  // Owned by the window; it answers the window's first-start call, so it is
+  // made before the load arms that call.
+  new WindowDialogs(*window_, station_);
   if (options_.simulate) window_->KeepStoredPort(storedPortName_);
   window_->Load();
   window_->show();

@@ -62,6 +62,9 @@ class ConfigEditor {
   void SetFileName(const std::string& name);
   void SetDataFolder(const std::string& folder);
   void SetLastReadOnly(int value);
+  // The user data file's columns in their new order; a heading is cut to 25
+  // characters, and a row whose field is not one of the 24 keeps its field.
+  void SetFileColumns(const std::array<FileColumn, FileColumnCount>& columns);
   void SetSafeDelayVal(double seconds);
   void SetCloudAlarmDelay(double seconds);
   // The relay option: 0 the verdict drives the relay, 1 it does not.

@@ -34,6 +34,15 @@ void ConfigEditor::SetDataFolder(const std::string& folder) { nm_.config.LblPath
 
 void ConfigEditor::SetLastReadOnly(int value) { nm_.config.LastReadOnly = value; }
 
+void ConfigEditor::SetFileColumns(const std::array<FileColumn, FileColumnCount>& columns) {
+  for (std::size_t row = 0; row < columns.size(); ++row) {
+    FileColumn& column = nm_.config.FileColumns[row];
+    column.Hdr = columns[row].Hdr.substr(0, 25);
+    if (columns[row].Cal >= 1 && columns[row].Cal <= FileColumnCount) column.Cal = columns[row].Cal;
+    column.Prt = columns[row].Prt;
+  }
+}
+
 void ConfigEditor::SetSafeDelayVal(double seconds) { nm_.config.SafeDelayVal = seconds; }
 
 void ConfigEditor::SetCloudAlarmDelay(double seconds) { nm_.config.CloudAlarmDelay = seconds; }

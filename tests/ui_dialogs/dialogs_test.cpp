@@ -1,0 +1,169 @@
+// The small windows around the main one: each changes what it edits on OK
+// and nothing on Cancel, and keeps its own checks.
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "core/nimbometer.h"
+#include "support/child_process.h"
+#include "support/wave_file.h"
+#include "station/settings_store.h"
+#include "ui/dialogs/about/about_dialog.h"
+#include "ui/dialogs/device_constants/device_constants.h"
+#include "ui/dialogs/file_structure/file_structure_dialog.h"
+#include "ui/dialogs/legend/legend_dialog.h"
+#include "ui/dialogs/sound/sound_dialog.h"
+#include "ui/dialogs/temp_factor/temp_factor_dialog.h"
+#include "ui/dialogs/temp_limits/temp_limits_dialog.h"
+#include "ui/widgets/number_entry.h"
+#include "ui_dialogs/modal_script.h"
+
+namespace nbx {
+namespace {
+
+void Press(QDialog& dialog, const char* button) {
+  auto* b = dialog.findChild<QPushButton*>(button);
+  ASSERT_NE(b, nullptr) << button;
+  b->click();
+}
+
+TEST(Dialogs, OkTakesTheEditsCancelLeavesEverything) {
+  test::TempDir sounds;
+  test::WriteSilentWave(sounds.File("bell.wav"), 0.1);
+  struct Case {
+    const char* dialog;
+    std::function<std::unique_ptr<QDialog>(Nimbometer&)> open;
+    std::function<void(QDialog&)> edit;
+    std::function<bool(const Nimbometer&, QDialog&)> edited;
+  } cases[] = {
+      {"NBXTempLimForm", [](Nimbometer& nm) { return std::make_unique<TempLimitsDialog>(nm); },
+       [](QDialog& d) {
+         d.findChild<NumberEntry*>("GraphTempMax")->setValue(45);
+         d.findChild<NumberEntry*>("GraphTempMin")->setValue(-12);
+       },
+       [](const Nimbometer& nm, QDialog&) { return nm.config.GraphTempMax == 45 && nm.config.GraphTempMin == -12; }},
+      {"NBXTempFactorGraph", [](Nimbometer& nm) { return std::make_unique<TempFactorDialog>(nm); },
+       [](QDialog& d) { d.findChild<NumberEntry*>("CloudTempK6")->setValue(-7); },
+       [](const Nimbometer& nm, QDialog&) { return nm.config.CloudTempK6 == -7 && nm.config.CloudTempK1 == 33; }},
+      {"NBXFileStructForm", [](Nimbometer& nm) { return std::make_unique<FileStructureDialog>(nm); },
+       [](QDialog& d) {
+         auto& form = static_cast<FileStructureDialog&>(d);
+         form.list()->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+         form.MoveCurrent(+1);
+         form.list()->item(2)->setSelected(false);
+       },
+       [](const Nimbometer& nm, QDialog&) {
+         const auto& col = nm.config.FileColumns;
+         return col[0].Cal == 2 && col[0].Hdr == "Time" && col[1].Cal == 1 && col[1].Hdr == "Date" &&
+                col[1].Prt && !col[2].Prt && col[23].Cal == 24;
+       }},
+      {"NBXSoundForm",
+       [&](Nimbometer& nm) {
+         auto d = std::make_unique<SoundDialog>(nm, "");
+         d->OpenFolder(QString::fromStdString(sounds.path()));
+         return d;
+       },
+       [](QDialog& d) {
+         d.findChild<QListWidget*>("File1")->setCurrentRow(0);
+         d.findChild<QCheckBox*>("ChkRepeat")->setChecked(true);
+       },
+       [&](const Nimbometer& nm, QDialog& d) {
+         return static_cast<SoundDialog&>(d).sound() == sounds.File("bell.wav") + "|repeat" &&
+                nm.config.LastMusicDir == sounds.path();
+       }},
+  };
+  for (const Case& c : cases) {
+    for (const char* button : {"ButtCancel", "Command1", "ButtOK"}) {
+      SCOPED_TRACE(std::string(c.dialog) + " " + button);
+      Nimbometer nm;
+      const Config before = nm.config;
+      std::unique_ptr<QDialog> dialog = c.open(nm);
+      if (!dialog->findChild<QPushButton*>(button)) continue;
+      c.edit(*dialog);
+      Press(*dialog, button);
+      const bool ok = std::string(button) == "ButtOK";
+      EXPECT_EQ(dialog->result(), ok ? QDialog::Accepted : QDialog::Rejected);
+      if (ok) {
+        EXPECT_TRUE(c.edited(nm, *dialog));
+      } else {
+        EXPECT_TRUE(nm.config == before);
+      }
+      EXPECT_FALSE(nm.state.AlarmWindowON);
+    }
+  }
+}
+
+TEST(Dialogs, OwnChecksAndDefaults) {
+  Nimbometer nm;
+  {  // A minimum at or above the maximum keeps the limits dialog open.
+    TempLimitsDialog limits(nm);
+    limits.minimum()->setValue(30);
+    test::ModalScript script({test::Press("OK")});
+    Press(limits, "ButtOK");
+    EXPECT_EQ(script.messages, QStringList{"Minimum value must be smaller then Maximum value "});
+    EXPECT_EQ(limits.result(), 0);
+    EXPECT_EQ(nm.config.GraphTempMin, -30);
+  }
+  {  // The factor dialog's own bounds, a formula that overflows, the defaults.
+    TempFactorDialog factors(nm);
+    factors.field(5)->setText("200");
+    factors.field(4)->setText("150");
+    EXPECT_EQ(factors.field(5)->value(), 150);
+    EXPECT_EQ(factors.field(4)->value(), 100);
+    EXPECT_TRUE(factors.FormulaValid());
+    factors.field(4)->setText("-9999");
+    factors.field(5)->setText("-9999");
+    EXPECT_FALSE(factors.FormulaValid());
+    factors.LoadDefaults();
+    EXPECT_TRUE(factors.FormulaValid());
+    EXPECT_EQ(factors.Edited().K4, 100);
+    EXPECT_EQ(factors.Edited().K5, 100);
+  }
+  {  // The file structure's defaults put every one of the 24 columns back.
+    nm.config.FileColumns[22].Prt = false;
+    std::swap(nm.config.FileColumns[0], nm.config.FileColumns[23]);
+    FileStructureDialog structure(nm);
+    EXPECT_EQ(structure.list()->item(0)->text().toStdString(), "(01) Relative Pressure");
+    structure.RestoreDefaults();
+    structure.Confirm();
+    EXPECT_EQ(nm.config.FileColumns, Config::DefaultFileColumns());
+  }
+  {  // A constant edited on its label is what goes to the store for the next start.
+    test::TempDir dir;
+    IniSettings store(QString::fromStdString(dir.File("station.ini")));
+    DeviceConstants constants;
+    constants.setDevideCosntants(nm.state);
+    QLabel* zener = constants.constantLabel(0);
+    EXPECT_EQ(zener->text(), "3");
+    for (const char* button : {"Cancel", "OK"}) {
+      test::ModalScript script({[button](QWidget* d) {
+        d->findChild<NumberEntry*>("NewValue")->setText("2.5");
+        test::Click(d, button);
+      }});
+      QTest::mouseRelease(zener, Qt::RightButton);
+    }
+    constants.Follow(nm.state);
+    EXPECT_EQ(zener->text(), "2.5") << "an edit stays until the box tells other values";
+    constants.ResetElectParam(store, nm.state, '.');
+    EXPECT_EQ(store.Get("Electrical", "ZenerVoltage", ""), "2.5");
+    EXPECT_EQ(nm.state.ZenerVoltage, 3) << "the readings of this run keep the station's value";
+    EXPECT_EQ(constants.serialLabel()->text(), "n/a");
+    nm.state.ZenerVoltage = 2.54;
+    constants.Follow(nm.state);
+    EXPECT_EQ(zener->text(), "2.54");
+  }
+  LegendDialog legend;
+  auto* codes = legend.findChild<QListWidget*>("List1");
+  ASSERT_EQ(codes->count(), 13);
+  EXPECT_EQ(codes->item(12)->text().toStdString(), "w42 - COMM Data too old");
+  EXPECT_EQ(VersionNumberText(7, 1, 23).toStdString(), "7.01.023");
+}
+
+}  // namespace
+}  // namespace nbx

@@ -1,0 +1,89 @@
+// Every window that the main window opens, opened the way a user opens it.
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QTest>
+#include <functional>
+
+#include "core/nimbometer.h"
+#include "station/settings_store.h"
+#include "station/station.h"
+#include "station/system_areas.h"
+#include "support/child_process.h"
+#include "ui/main_window/main_window.h"
+#include "ui/window_dialogs/window_dialogs.h"
+#include "ui_dialogs/modal_script.h"
+
+namespace nbx {
+namespace {
+
+TEST(WindowDialogs, EachHookOpensItsWindow) {
+  test::TempDir dir;
+  IniSettings store(QString::fromStdString(dir.File("station.ini")));
+  Station station;
+  station.nm().state.DeviceInitialized = 2;  // set up: no first-start question
+  NBXNimbometerForm window(station, store);
+  new WindowDialogs(window, station);
+  window.Load();
+  window.show();
+  QTest::qWait(50);
+
+  auto rightClick = [&window](const char* control) {
+    return [&window, control] {
+      QWidget* target = window.findChild<QWidget*>(control);
+      ASSERT_NE(target, nullptr) << control;
+      QTest::mouseRelease(target, Qt::RightButton);
+    };
+  };
+  struct Case {
+    std::function<void()> open;
+    const char* dialog;
+  } cases[] = {
+      {[&] { emit window.legendRequested(); }, "NBXLegend"},
+      {[&] { emit window.factorWindowRequested(); }, "NBXTempFactorGraph"},
+      {[&] { emit window.fileStructureRequested(); }, "NBXFileStructForm"},
+      {[&] { emit window.aboutRequested(); }, "NBXAbout"},
+      {rightClick("GraphTemp"), "NBXTempLimForm"},
+      {rightClick("AlarmRain(2)"), "NBXSoundForm"},
+      {rightClick("ElecAmbBeta"), "NBXElectConst"},
+  };
+  for (const Case& c : cases) {
+    QString opened;
+    test::ModalScript script({[&opened](QWidget* dialog) {
+      opened = dialog->objectName();
+      QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
+    }});
+    c.open();
+    EXPECT_EQ(opened.toStdString(), c.dialog);
+  }
+  EXPECT_FALSE(station.nm().state.AlarmWindowON);
+
+  // "Start && Connect" also starts the program with the session.
+  qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(dir.path()));
+  auto* startApp = window.findChild<QCheckBox*>("CheckStartApp");
+  ASSERT_NE(startApp, nullptr);
+  for (bool on : {true, false}) {
+    startApp->click();
+    EXPECT_EQ(HasRunEntry(RunEntryName), on);
+  }
+  qunsetenv("XDG_CONFIG_HOME");
+}
+
+TEST(WindowDialogs, NewInstallationAsksAtTheWindowsLoad) {
+  test::TempDir dir;
+  IniSettings store(QString::fromStdString(dir.File("station.ini")));
+  Station station;
+  NBXNimbometerForm window(station, store);
+  new WindowDialogs(window, station);
+  test::ModalScript script({test::Press("No")});
+  window.Load();
+  window.show();
+  for (int i = 0; i < 500 && station.nm().state.DeviceInitialized != 1; ++i) QTest::qWait(10);
+  EXPECT_EQ(station.nm().state.DeviceInitialized, 1);
+  EXPECT_FALSE(station.nm().IsMaster());
+  EXPECT_EQ(script.messages, QStringList{"Is this the MASTER installation ?"});
+}
+
+}  // namespace
+}  // namespace nbx
