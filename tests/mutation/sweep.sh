@@ -11,7 +11,7 @@ current=
 restore() { [ -n "$current" ] && git -C "$root" checkout -q -- "$current"; current=; }
 trap 'restore; exit 130' INT TERM
 declare -A killed total
-while IFS='|' read -r program file from to; do
+while IFS=$'\t' read -r program file from to; do
   case "$program" in ''|'#'*) continue ;; esac
   [[ "$program$file" == *"$filter"* ]] || continue
   [ "$to" = '""' ] && to=
