@@ -7,6 +7,11 @@ set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 build=${1:-$root/build}
 filter=${2:-}
+# Restoring is a checkout: uncommitted work in src/ would be lost with it.
+if ! git -C "$root" diff --quiet -- src; then
+  echo "sweep: src/ has uncommitted changes; commit or stash them first" >&2
+  exit 2
+fi
 current=
 restore() { [ -n "$current" ] && git -C "$root" checkout -q -- "$current"; current=; }
 trap 'restore; exit 130' INT TERM
