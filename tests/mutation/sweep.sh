@@ -42,5 +42,5 @@ PY
   printf '%-8s %s: %s\n' "$verdict" "$file" "$from"
   restore
 done < "$(dirname "$0")/mutants.txt"
-cmake --build "$build" -j2 --target "${!total[@]}" >/dev/null 2>&1
+[ ${#total[@]} -gt 0 ] && cmake --build "$build" -j2 --target "${!total[@]}" >/dev/null 2>&1
 for p in "${!total[@]}"; do echo "$p: ${killed[$p]:-0} of ${total[$p]} mutants killed"; done
