@@ -39,25 +39,4 @@ class LineScript {
   std::size_t at_ = 0;
 };
 
-// The writer's side, for the seeds: bytes in events of at most 255.
-inline std::string BytesEvent(std::string_view bytes, LineEvent kind = LineEvent::Bytes) {
-  std::string out;
-  for (std::size_t at = 0; at < bytes.size(); at += 255) {
-    const std::string_view part = bytes.substr(at, 255);
-    out += static_cast<char>(kind);
-    out += static_cast<char>(part.size());
-    out += part;
-  }
-  return out;
-}
-
-inline std::string TimeEvent(int tenthsOfSecond) {
-  std::string out;
-  for (; tenthsOfSecond > 0; tenthsOfSecond -= 256) {
-    out += static_cast<char>(LineEvent::TimePasses);
-    out += static_cast<char>(std::min(tenthsOfSecond, 256) - 1);
-  }
-  return out;
-}
-
 }  // namespace nbx::fuzz

@@ -36,11 +36,4 @@ inline StoreText ReadStoreText(std::string_view input) {
   return out;
 }
 
-inline std::string WriteStoreText(const MemorySettings& store, char decimalSeparator) {
-  std::string out = decimalSeparator == ',' ? ",\n" : "";
-  for (const auto& [address, text] : store.values)
-    out += address.first + "/" + address.second + "=" + text + "\n";
-  return out;
-}
-
 }  // namespace nbx::fuzz

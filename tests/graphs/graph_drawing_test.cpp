@@ -81,40 +81,6 @@ TEST(BandGraph, CurveFollowsEachMappingAndSentinelsStayInsideThePlot) {
   EXPECT_LE(top.front(), 1);
 }
 
-// Columns of the strip below the plot with any writing in them, in runs;
-// the gaps between the letters of one label are narrower than 5 pixels.
-std::vector<std::pair<int, int>> LabelRuns(const GraphSurface& surface) {
-  std::vector<std::pair<int, int>> runs;
-  const QImage& image = surface.image;
-  const QRgb back = Pixel(surface.BackColor);
-  for (int x = 0; x < image.width(); ++x) {
-    bool ink = false;
-    for (int y = PlotBottom(surface) + 1; y < image.height() && !ink; ++y) ink = image.pixel(x, y) != back;
-    if (!ink) continue;
-    if (!runs.empty() && runs.back().second >= x - 5)
-      runs.back().second = x;
-    else
-      runs.emplace_back(x, x);
-  }
-  return runs;
-}
-
-TEST(BandGraph, TimeLabelsThatWouldOverlapAreDropped) {
-  GraphStation wide;
-  wide.AddPoint(GraphKind::Rain, 3000);
-  // All eleven labels of a 640-pixel picture fit, the last one ending short of the date.
-  EXPECT_EQ(LabelRuns(wide.pictures.Surface(GraphKind::Rain)).size(), 11u);
-
-  GraphStation narrow;
-  QtGraphPictures small(240, 120);
-  narrow.nm.io.pictures = &small;
-  narrow.AddPoint(GraphKind::Rain, 3000);
-  const auto runs = LabelRuns(small.Surface(GraphKind::Rain));
-  EXPECT_GE(runs.size(), 2u);
-  EXPECT_LT(runs.size(), 11u);
-  for (std::size_t i = 1; i < runs.size(); ++i) EXPECT_GE(runs[i].first - runs[i - 1].second, 10);
-}
-
 TEST(TemperatureGraph, LinearScaleOnItsOwnBackground) {
   GraphStation st;
   const Config& c = st.nm.config;

@@ -42,29 +42,5 @@ TEST(HeadlessStation, ReadsTheBoxOverAPseudoTerminalCycleAfterCycle) {
   EXPECT_NE(std::find(commands.begin(), commands.end(), "P0102"), commands.end()) << ReadFile(box.log);
 }
 
-TEST(HeadlessStation, APortThatVanishesIsReportedAndComesBack) {
-  TempDir dir;
-  BoxProgram box(dir, {"rain=3200"});
-  ASSERT_TRUE(box.ready);
-  StationProgram station(dir, SettingsOn(dir, box));
-  std::string line;
-  for (int i = 0; i < 2; ++i) ASSERT_TRUE(station.NextCycle(line));
-
-  ASSERT_TRUE(box.Tell("vanish"));
-  ASSERT_TRUE(station.CycleWhere(LinkDown, 8, line)) << line;
-  // After three failures the values are given up.
-  EXPECT_TRUE(station.CycleWhere([](const std::string& l) { return Number(l, "sky") == 999; }, 10, line))
-      << line;
-  EXPECT_TRUE(station.process.Running());
-
-  ASSERT_TRUE(box.Tell("return"));
-  EXPECT_TRUE(station.CycleWhere(
-      [](const std::string& l) { return !LinkDown(l) && Number(l, "rain") == 3200; }, 10, line))
-      << line;
-
-  station.process.Signal(SIGINT);
-  EXPECT_EQ(station.process.Wait(10s), 0);
-}
-
 }  // namespace
 }  // namespace nbx::test

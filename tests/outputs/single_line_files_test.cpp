@@ -178,6 +178,7 @@ TEST(JsonFile, ConvertsUnitsAndDropsAbsentSensors) {
   nm.state.Value_Rain = -10;
   nm.state.Value_Switch = 2;
   nm.state.Value_Unsafe = true;
+  nm.state.Value_AbsPressure = 0;  // none read: no line for it
   WriteSingleLineFiles(nm);
   QJsonObject json = ParseJson(site.Read("nbx_json.dat"));
   const std::pair<const char*, double> values[] = {{"clouds", -18.5}, {"temp", 7.5}, {"dewp", 5.0},
@@ -185,6 +186,7 @@ TEST(JsonFile, ConvertsUnitsAndDropsAbsentSensors) {
                                                    {"switch", 0},     {"safe", 0}};
   for (const auto& [key, value] : values) EXPECT_EQ(json.value(key).toDouble(), value) << key;
   EXPECT_FALSE(json.contains("lightmpsas"));
+  EXPECT_FALSE(json.contains("abspress"));
 
   // A remote: no absolute pressure, no serial; no humidity sensor: no rows for it.
   nm.config.NMRole = {false, true};

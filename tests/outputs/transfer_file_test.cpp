@@ -47,7 +47,7 @@ void MakeRemote(FixedSite& site, const char* tempUnit, const char* speedUnit) {
 
 TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
   FixedSite site;
-  site.nm.config.ColorRain[1] = {"Nass\xC3\xA4\xE2\x98\x81 und sehr viel mehr Text", 0x123456};
+  site.nm.config.ColorRain[1] = {"Nass\xC3\xA4\xE2\x98\x81\xC3\xBF\xC0\xAF und sehr viel mehr Text", 0x123456};
   site.nm.display.LblHeating.Caption = "Heating UP";
   WriteTransferFile(site.nm);
   Bytes f{site.Read("NBX_NMNetData.dat")};
@@ -62,9 +62,10 @@ TEST(TransferFile, WrittenAtTheOffsetsOfTheTable) {
   EXPECT_EQ(f.b[24], 'C');
   EXPECT_EQ(f.b.substr(145, 30), "Heating UP" + std::string(20, ' '));
   EXPECT_EQ(f.Get<std::uint32_t>(175), 0x0000C0u);
-  // The band's caption one byte a character, "?" for what Latin-1 lacks, cut to 20.
+  // The band's caption one byte a character, "?" for what Latin-1 lacks and
+  // for each byte of an overlong sequence, cut to 20.
   EXPECT_EQ(f.Get<std::uint32_t>(179 + 4 * 32 + 8), 0x123456u);
-  EXPECT_EQ(f.b.substr(179 + 4 * 32 + 12, 20), "Nass\xE4? und sehr viel");
+  EXPECT_EQ(f.b.substr(179 + 4 * 32 + 12, 20), "Nass\xE4?\xFF?? und sehr v");
   EXPECT_EQ(f.b[611], 'K');
   EXPECT_EQ(f.Get<std::int16_t>(612), -1);
   EXPECT_EQ(f.Get<std::int32_t>(614), 39);

@@ -101,6 +101,7 @@ TEST_F(Classification, CloudTurnsUnknownOnTheThirdBadCycleAndHoldsItsCount) {
 
 TEST_F(Classification, RainAndDayKeepTheirClassUntilUnknownOrShowDisable) {
   EXPECT_EQ(Rain(2500), 3);
+  for (int cycle = 0; cycle < 3; ++cycle) EXPECT_EQ(Rain(0), 3) << "the Unknown threshold itself is a reading";
   EXPECT_EQ(Rain(-1), 3);  // no limit holds: kept
   EXPECT_EQ(Rain(-1), 3);
   EXPECT_EQ(Rain(-1), 0);

@@ -15,6 +15,7 @@ TEST(SafetyVerdict, ASafeVerdictWaitsTheDelayAndAnUnsafeCycleRestartsIt) {
   n.nm.config.SafeDelayVal = 60;
   EXPECT_EQ(n.Start(), (Lines{"Just started, setting SAFE"}));  // no delay for the first verdict
   EXPECT_EQ(n.s.Value_Switch, 1);
+  EXPECT_TRUE(n.Run().empty()) << "the first safe verdict stands without a delay";
   n.Sky(Night::Overcast);
   std::size_t from = n.CommandCount();
   EXPECT_EQ(n.Run(), (Lines{"Detected unsafe by clouds", "Safety condition changed", "Setting UNSAFE"}));

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "data_file_ledger.h"
 #include "soak_weather.h"
 #include "support/sim_station.h"
 
@@ -32,6 +31,21 @@ class SoakHost : public Host {
  private:
   VirtualTime& time_;
 };
+
+// What the user data file must hold: one line for each cycle written while
+// its folder was there, ending with the last of them, and one debug line for
+// each change of the verdict. Counts only: a month of lines costs no memory.
+struct DataFileLedger {
+  std::int64_t linesDue = 0, verdictLinesDue = 0, linesChecked = 0;
+  std::string lastDue;
+  std::vector<std::string> Check(const std::string& path);
+};
+
+// A debug message that tells a change of the verdict.
+bool IsVerdictChange(const std::string& message);
+
+// The descriptors this process holds open now, with what each names.
+std::map<int, std::string> OpenFiles();
 
 // What can go wrong on a site, one at a time.
 enum class Fault {
@@ -94,6 +108,7 @@ class MonthSoak {
   std::vector<std::string> CheckFixedFiles() const;
   // Descriptors opened since the start other than the recording file.
   std::vector<std::string> StrayDescriptors() const;
+  bool CsvOpen() const;
 
   SimStation st;
   SoakHost host{st.time};
@@ -112,7 +127,6 @@ class MonthSoak {
   void Inject(Fault fault);
   void FolderGoneAndBack();
   void CheckVerdict();
-  void CheckDescriptors();
   std::string Garbage(int length);
   int PeriodMs() const { return st.nm.config.RefreshPeriod * 1000; }
 
