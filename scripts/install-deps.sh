@@ -10,8 +10,9 @@ packages=(
   libclang-rt-dev
   # Qt: event loop, serial port, settings, drawing, automation over D-Bus, sound
   qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
-  # the ASCOM Alpaca server
-  qt6-httpserver-dev
+  # the ASCOM Alpaca server (Debian's HTTP server package does not pull in the
+  # WebSockets development files its CMake package asks for)
+  qt6-httpserver-dev qt6-websockets-dev
   # the media player's decoders and sound output, without which no alarm sounds
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-pulseaudio
   # image files of the graphs
@@ -20,6 +21,8 @@ packages=(
   fonts-dejavu-core
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev dbus dbus-x11 python3
+  # the desktop-entry checker of the autostart and menu-entry tests
+  desktop-file-utils
   # gdbus, the foreign client of the automation tests
   libglib2.0-bin
 )

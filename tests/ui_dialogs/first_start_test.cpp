@@ -112,15 +112,9 @@ TEST(FirstStart, FolderMustBeWritable) {
   auto* path = form.findChild<QLabel*>("LBLPath");
   for (const std::string& folder : {std::string("/proc"), dir.File("night")}) {
     QDir().mkpath(QString::fromStdString(folder));
-    ModalScript script({[&folder](QWidget* chooser) {
-                          auto* files = qobject_cast<QFileDialog*>(chooser);
-                          ASSERT_NE(files, nullptr);
-                          files->selectFile(QString::fromStdString(folder));
-                          QMetaObject::invokeMethod(files, "accept", Qt::QueuedConnection);
-                        },
-                        Press("OK")});
-    form.ChoosePath();
+    ModalScript script({Press("OK")});
     const bool writable = folder != "/proc";
+    EXPECT_EQ(form.UsePath(QString::fromStdString(folder)), writable);
     EXPECT_EQ(path->text().toStdString(), writable ? folder : dir.path());
     EXPECT_EQ(script.messages.size(), writable ? 0 : 1) << folder;
   }

@@ -11,7 +11,7 @@
 
 #include "core/host.h"
 #include "core/nimbometer.h"
-#include "device/serial_link.h"
+#include "core/serial_link.h"
 #include "editing/config_editor.h"
 #include "ui/widgets/message_box.h"
 
@@ -120,16 +120,20 @@ void InitialForm::ChoosePath() {
   const QString folder = QFileDialog::getExistingDirectory(
       this, "Select the shared folder to store the communication file.", LBLPath_->text(),
       QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
-  if (folder.isEmpty()) return;
+  if (!folder.isEmpty()) UsePath(folder);
+}
+
+bool InitialForm::UsePath(const QString& folder) {
   // Tried by writing, as permissions alone don't tell (a read-only mount,
   // or the administrator's account).
   QTemporaryFile probe(folder + "/.nbx-write-test-XXXXXX");
   if (!probe.open()) {
     ShowMessage(this, "The folder " + folder + " cannot be written.\r\nChoose another one.",
                 ButtonsOk, {});
-    return;
+    return false;
   }
   LBLPath_->setText(folder);
+  return true;
 }
 
 void InitialForm::Confirm() {

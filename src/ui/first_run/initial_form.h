@@ -28,6 +28,8 @@ class InitialForm : public QDialog {
   void TestPort();
   // ButtPATH: asks for the folder.
   void ChoosePath();
+  // Takes a chosen folder when it can be written; says why not otherwise.
+  bool UsePath(const QString& folder);
   // ButtOK.
   void Confirm();
 

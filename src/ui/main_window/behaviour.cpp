@@ -10,6 +10,7 @@
 #include "device/command_queue.h"
 #include "device/link_life.h"
 #include "device/reading_cycle.h"
+#include "core/units.h"
 #include "sensors/raw_conversions.h"
 #include "sensors/sky_correction.h"
 #include "station/station.h"

@@ -17,6 +17,7 @@
 
 #include "core/nimbometer.h"
 #include "device/link_life.h"
+#include "editing/master_constants.h"
 #include "outputs/transfer_file.h"
 #include "station/station.h"
 #include "ui/main_window/main_window.h"
