@@ -123,6 +123,12 @@ class ConfigEditor {
   // The shared folder of the transfer file, the master's or the remote's by role.
   void SetNetPath(const std::string& folder);
   void SetSingleLineFolder(const std::string& folder);
+  // The ASCOM Alpaca server; the server takes them at the next start.
+  void SetAlpacaEnabled(int value);
+  // Only a numeric IPv4 address is taken: the server binds exactly that one.
+  void SetAlpacaAddress(const std::string& address);
+  void SetAlpacaPort(double port);
+  void SetAlpacaDiscovery(int value);
 
  private:
   Nimbometer& nm_;

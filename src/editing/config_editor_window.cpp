@@ -2,6 +2,8 @@
 // range the logic can work with, so that a slip of the keyboard cannot stop
 // the cycle.
 
+#include <arpa/inet.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -83,5 +85,18 @@ void ConfigEditor::SetNetPath(const std::string& folder) {
 void ConfigEditor::SetSingleLineFolder(const std::string& folder) {
   if (!folder.empty()) nm_.config.LblPathNameCCDAP4 = folder;
 }
+
+void ConfigEditor::SetAlpacaEnabled(int value) { nm_.config.AlpacaEnabled = value != 0; }
+
+void ConfigEditor::SetAlpacaAddress(const std::string& address) {
+  in_addr parsed{};
+  if (inet_pton(AF_INET, address.c_str(), &parsed) == 1) nm_.config.AlpacaAddress = address;
+}
+
+void ConfigEditor::SetAlpacaPort(double port) {
+  if (std::isfinite(port) && port >= 1 && port <= 65535) nm_.config.AlpacaPort = static_cast<std::int32_t>(port);
+}
+
+void ConfigEditor::SetAlpacaDiscovery(int value) { nm_.config.AlpacaDiscovery = value != 0; }
 
 }  // namespace nbx

@@ -101,6 +101,7 @@ class NBXNimbometerForm : public QMainWindow {
   QWidget* BuildSetupGraph();
   QWidget* BuildSetupAlarm();
   QWidget* BuildSetupNetwork();
+  QWidget* BuildAlpacaBlock();
   QWidget* BuildSetupScript();
   QWidget* BuildDeviceTab();
   QScrollArea* Scrolling(QWidget* panel, const QString& name);

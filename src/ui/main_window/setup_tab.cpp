@@ -439,8 +439,35 @@ QWidget* NBXNimbometerForm::BuildSetupNetwork() {
   single.grid->addWidget(singlePath, 1, 0);
   single.grid->addWidget(shownText(single.box, "LblPathNameCCDAP4", [](const Config& c) { return c.LblPathNameCCDAP4; }), 1, 1);
   columns->addWidget(single.box);
+  columns->addWidget(BuildAlpacaBlock());
   columns->addStretch();
   return panel;
+}
+
+QWidget* NBXNimbometerForm::BuildAlpacaBlock() {
+  Rows alpaca = Group(this, "ASCOM Alpaca server");
+  QCheckBox* enabled = bind_.Check(alpaca.box, "AlpacaEnabled", "Serve ASCOM Alpaca",
+                                   [](const Config& c) { return c.AlpacaEnabled; },
+                                   [](ConfigEditor& e, int v) { e.SetAlpacaEnabled(v); });
+  QLineEdit* address = bind_.Text(alpaca.box, "AlpacaAddress", [](const Config& c) { return c.AlpacaAddress; },
+                                  [](ConfigEditor& e, const std::string& v) { e.SetAlpacaAddress(v); });
+  NumberEntry* port = bind_.Number(alpaca.box, "AlpacaPort", [](const Config& c) { return c.AlpacaPort; },
+                                   [](ConfigEditor& e, double v) { e.SetAlpacaPort(v); }, {5, 0, false, "0"});
+  QCheckBox* discovery = bind_.Check(alpaca.box, "AlpacaDiscovery", "Answer Alpaca discovery",
+                                     [](const Config& c) { return c.AlpacaDiscovery; },
+                                     [](ConfigEditor& e, int v) { e.SetAlpacaDiscovery(v); });
+  alpaca.grid->addWidget(enabled, 0, 0, 1, 2);
+  alpaca.grid->addWidget(discovery, 0, 2);
+  alpaca.grid->addWidget(Caption(alpaca.box, "Address", address), 1, 0);
+  alpaca.grid->addWidget(address, 1, 1, 1, 2);
+  alpaca.grid->addWidget(Caption(alpaca.box, "Port", port), 2, 0);
+  alpaca.grid->addWidget(port, 2, 1);
+  // The server is set up once at start: say so rather than let a change look ignored.
+  alpaca.grid->addWidget(new QLabel("127.0.0.1 serves this computer only, 0.0.0.0 the network.\n"
+                                    "Changes take effect at the next start of the program.",
+                                    alpaca.box),
+                         3, 0, 1, 3);
+  return alpaca.box;
 }
 
 QWidget* NBXNimbometerForm::BuildSetupScript() {
