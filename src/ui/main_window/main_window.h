@@ -68,6 +68,10 @@ class NBXNimbometerForm : public QMainWindow {
   QTabWidget* setupTabs() const { return sstab3_; }
   QTabWidget* graphTabs() const { return sstab2_; }
 
+  // Asks for the sound of an alarm entry turned on without one (the dialogs
+  // around the window set it); true when the entry has a sound afterwards.
+  std::function<bool(QWidget* entry)> chooseSound;
+
  signals:
   // Hooks for the windows of their own: the first start's dialogue (at the
   // end of the load; without a receiver RunAutoStart runs at once), the
@@ -102,6 +106,7 @@ class NBXNimbometerForm : public QMainWindow {
   QWidget* BuildSetupAlarm();
   QWidget* BuildSetupNetwork();
   QWidget* BuildAlpacaBlock();
+  bool AskSound(const QString& entry) { return chooseSound && chooseSound(findChild<QWidget*>(entry)); }
   QWidget* BuildSetupScript();
   QWidget* BuildDeviceTab();
   QScrollArea* Scrolling(QWidget* panel, const QString& name);

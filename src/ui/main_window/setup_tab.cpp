@@ -333,11 +333,7 @@ QWidget* NBXNimbometerForm::BuildSetupAlarm() {
       [this](ConfigEditor&, int value) {
         // The link alarm's sound is chosen as the classes' are.
         Config& c = station_.nm().config;
-        if (value != 0 && c.AlarmCom.Tag.empty()) {
-          const QString file = QFileDialog::getOpenFileName(this, "Alarm sound", QString(), "Sounds (*.wav *.mp3 *.ogg)");
-          if (file.isEmpty()) return;
-          c.AlarmCom.Tag = file.toStdString();
-        }
+        if (value != 0 && c.AlarmCom.Tag.empty() && !AskSound("AlarmCom")) return;
         c.AlarmCom.Value = value;
       });
   masterOnly_.push_back(alarmCom);

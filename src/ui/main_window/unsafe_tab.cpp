@@ -2,7 +2,6 @@
 // the Unknown condition's thresholds.
 
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -60,14 +59,11 @@ QWidget* NBXNimbometerForm::BuildUnsafeTab() {
       QCheckBox* alarm = bind_.Check(
           box, QStringLiteral("Alarm%1(%2)").arg(entry.name).arg(i), "Sound",
           [family, i](const Config& c) { return AlarmsOf(c, family)[Slot(i)].Value; },
-          [this, family, i](ConfigEditor& e, int value) {
-            // Turning a sound on asks for its file; no file leaves it off.
-            if (value != 0) {
-              const QString file = QFileDialog::getOpenFileName(this, "Alarm sound", QString(),
-                                                                 "Sounds (*.wav *.mp3 *.ogg)");
-              if (file.isEmpty()) return;
-              e.SetAlarmSound(family, i, file.toStdString());
-            }
+          [this, family, i, name = entry.name](ConfigEditor& e, int value) {
+            // An alarm without a sound would stay silent: turning one on asks for it.
+            if (value != 0 && AlarmsOf(station_.nm().config, family)[Slot(i)].Tag.empty() &&
+                !AskSound(QStringLiteral("Alarm%1(%2)").arg(name).arg(i)))
+              return;
             e.SetAlarmState(family, i, value);
           });
       grid->addWidget(check, i, 0);

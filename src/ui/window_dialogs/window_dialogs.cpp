@@ -97,6 +97,7 @@ void WindowDialogs::AttachToControls() {
     com->installEventFilter(this);
     soundEntries_[com] = {std::nullopt, 0};
   }
+  window_.chooseSound = [this](QWidget* entry) { return soundEntries_.count(entry) && ChooseSound(entry); };
   // The auto-start box also starts the program with the session, or no longer.
   if (auto* startApp = window_.findChild<QCheckBox*>("CheckStartApp"))
     connect(startApp, &QCheckBox::clicked, this, [this](bool checked) {
@@ -118,13 +119,13 @@ void WindowDialogs::AttachToControls() {
   }
 }
 
-void WindowDialogs::ChooseSound(QWidget* entry) {
+bool WindowDialogs::ChooseSound(QWidget* entry) {
   Nimbometer& nm = station_.nm();
   const auto [family, index] = soundEntries_[entry];
   const std::string current = family ? AlarmsOf(nm.config, *family)[static_cast<std::size_t>(index)].Tag
                                      : nm.config.AlarmCom.Tag;
   SoundDialog dialog(nm, current, &window_);
-  if (dialog.exec() != QDialog::Accepted) return;
+  if (dialog.exec() != QDialog::Accepted) return false;
   if (family) {
     ConfigEditor(nm).SetAlarmSound(*family, index, dialog.sound());
   } else {
@@ -132,6 +133,7 @@ void WindowDialogs::ChooseSound(QWidget* entry) {
     if (dialog.sound().empty()) nm.config.AlarmCom.Value = 0;
   }
   window_.Render();
+  return !dialog.sound().empty();
 }
 
 WindowDialogs::~WindowDialogs() = default;

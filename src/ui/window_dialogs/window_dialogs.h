@@ -34,7 +34,7 @@ class WindowDialogs : public QObject {
   void FirstStart();
   // Finds the controls that open a window of their own and listens to them.
   void AttachToControls();
-  void ChooseSound(QWidget* entry);
+  bool ChooseSound(QWidget* entry);
 
   NBXNimbometerForm& window_;
   Station& station_;
