@@ -7,6 +7,7 @@
 #include "core/nimbometer.h"
 #include "core/units.h"
 #include "safety/conditions.h"
+#include "safety/safety_decision.h"
 
 namespace nbx::alpaca {
 namespace {
@@ -139,7 +140,9 @@ std::string WhyNoGoodReading(const Nimbometer& nm) {
   return {};
 }
 
-bool IsSafe(const Nimbometer& nm) { return WhyNoGoodReading(nm).empty() && !nm.state.Value_Unsafe; }
+// The same verdict as the automation object's `Safe` (none before the run's
+// first decision), and besides no verdict on a reading that is stale.
+bool IsSafe(const Nimbometer& nm) { return WhyNoGoodReading(nm).empty() && ReportsSafe(nm); }
 
 const std::vector<std::string_view>& ConditionMembers() {
   static const std::vector<std::string_view> names = [] {
