@@ -28,9 +28,10 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 
 scripts/install-deps.sh
+source scripts/compiler-cache.sh
 
 build="${NBX_FUZZ_BUILD:-build-fuzz}"
-cmake -S . -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DNBX_FUZZ=ON \
+cmake -S . -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DNBX_FUZZ=ON "${cache_options[@]}" \
   -DNBX_BUILD_TESTS=OFF -DNBX_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="$optimise -gline-tables-only" >/dev/null
 cmake --build "$build" -j "$(nproc)" --target nbx_fuzz

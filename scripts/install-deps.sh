@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   # build
-  cmake ninja-build g++ clang pkg-config clang-format clang-tidy
+  cmake ninja-build g++ clang pkg-config clang-format clang-tidy ccache
   # clang's runtimes of libFuzzer and the sanitizers, for the fuzz targets
   libclang-rt-dev
   # Qt: event loop, serial port, settings, drawing, automation over D-Bus, sound

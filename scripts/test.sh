@@ -6,6 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
+source scripts/compiler-cache.sh
 
 build=build
 options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)
@@ -16,6 +17,6 @@ if [ "${1:-}" = "--sanitize" ]; then
   export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 fi
 
-cmake -S . -B "$build" -G Ninja "${options[@]}"
+cmake -S . -B "$build" -G Ninja "${options[@]}" "${cache_options[@]}"
 cmake --build "$build" -j "$(nproc)"
 ctest --test-dir "$build" --output-on-failure -j "$(nproc)" --timeout 600
