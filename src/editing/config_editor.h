@@ -95,7 +95,9 @@ class ConfigEditor {
   void SetGraphTempMin(double value);
 
   // --- The window's remaining controls (config_editor_window.cpp)
-  void SetCOMPort(int index);
+  // The port as the user names it: "COMn" chooses the numbered port and
+  // clears PortName; a device path goes to PortName. A blank entry changes nothing.
+  void SetPortEntry(const std::string& entry);
   void SetPORTTimeout(double seconds);
   void SetCOMTimeout(double seconds);
   void SetAASL(double metres);

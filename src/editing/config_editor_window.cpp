@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "core/nimbometer.h"
+#include "core/port_names.h"
 #include "editing/config_editor.h"
 
 namespace nbx {
@@ -23,7 +24,14 @@ void ChooseOption(std::array<bool, N>& options, int option) {
 
 }  // namespace
 
-void ConfigEditor::SetCOMPort(int index) { nm_.config.COMPort = std::clamp(index, 0, 31); }
+void ConfigEditor::SetPortEntry(const std::string& entry) {
+  if (const std::optional<int> index = ComIndex(entry)) {
+    nm_.config.COMPort = *index;
+    nm_.config.PortName.clear();
+  } else if (const std::string path = DeviceOfEntry(entry); !path.empty()) {
+    nm_.config.PortName = path;
+  }
+}
 // A reply needs at least a second at 9600 baud; a longer wait than a cycle
 // would let the next cycle start before the reply is given up.
 void ConfigEditor::SetPORTTimeout(double seconds) {

@@ -7,34 +7,16 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSerialPortInfo>
 
 #include "core/host.h"
 #include "core/nimbometer.h"
+#include "core/port_names.h"
 #include "core/serial_link.h"
 #include "editing/config_editor.h"
 #include "ui/widgets/message_box.h"
+#include "ui/widgets/port_choice.h"
 
 namespace nbx {
-namespace {
-
-constexpr int ComNames = 16;
-
-bool IsComName(const QString& entry) {
-  bool number = false;
-  const int n = entry.mid(3).toInt(&number);
-  return entry.startsWith("COM") && number && n >= 1 && n <= 32;
-}
-
-}  // namespace
-
-QStringList PortChoices() {
-  QStringList choices;
-  for (int n = 1; n <= ComNames; ++n) choices << QStringLiteral("COM%1").arg(n);
-  for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts())
-    if (!choices.contains(port.systemLocation())) choices << port.systemLocation();
-  return choices;
-}
 
 InitialForm::InitialForm(Nimbometer& nm, QWidget* parent)
     : QDialog(parent), nm_(nm), commSettings_(nm.config.CommSettings) {
@@ -42,17 +24,8 @@ InitialForm::InitialForm(Nimbometer& nm, QWidget* parent)
   setWindowTitle("Select COM  port");
   setModal(true);
 
-  COMPort_ = new QComboBox(this);
-  COMPort_->setObjectName("COMPort");
-  COMPort_->setEditable(true);  // a device path the system does not list can be typed
-  COMPort_->addItems(PortChoices());
-  const QString stored = QString::fromStdString(nm.config.PortName).trimmed();
-  if (!stored.isEmpty()) {
-    if (COMPort_->findText(stored) < 0) COMPort_->addItem(stored);
-    COMPort_->setCurrentIndex(COMPort_->findText(stored));
-  } else {
-    COMPort_->setCurrentIndex(std::clamp(nm.config.COMPort, 0, ComNames - 1));
-  }
+  COMPort_ = NewPortChoice(this);
+  ShowPortChoice(COMPort_, nm.config);
   auto* portLabel = new QLabel("COM port", this);
   portLabel->setBuddy(COMPort_);
 
@@ -90,11 +63,7 @@ InitialForm::InitialForm(Nimbometer& nm, QWidget* parent)
   grid->addWidget(ButtCancel, 3, 2);
 }
 
-std::string InitialForm::ChosenDevice() const {
-  const QString entry = COMPort_->currentText().trimmed();
-  if (IsComName(entry)) return "/dev/ttyS" + std::to_string(entry.mid(3).toInt() - 1);
-  return entry.toStdString();
-}
+std::string InitialForm::ChosenDevice() const { return DeviceOfEntry(COMPort_->currentText().toStdString()); }
 
 void InitialForm::TestPort() {
   SerialLink& link = *nm_.io.link;
@@ -144,13 +113,7 @@ void InitialForm::Confirm() {
   editor.SetDataFolder(folder);
   editor.SetGraphImagePath(folder);
   editor.SetSingleLineFolder(folder);
-  const QString entry = COMPort_->currentText().trimmed();
-  if (IsComName(entry)) {
-    c.COMPort = entry.mid(3).toInt() - 1;
-    c.PortName.clear();
-  } else {
-    c.PortName = entry.toStdString();
-  }
+  editor.SetPortEntry(COMPort_->currentText().toStdString());
   nm_.state.DeviceInitialized = 1;
   accept();
 }

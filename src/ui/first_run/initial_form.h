@@ -10,10 +10,6 @@ class QLabel;
 namespace nbx {
 struct Nimbometer;
 
-// The port names the list offers: "COM1".."COM16" (the index of one is the
-// stored port number), then every serial port the system has, by its path.
-QStringList PortChoices();
-
 // NBXInitialForm, "Select COM  port": the first setup of a MASTER. The user
 // picks the box's port and the folder that every file of the station goes
 // to, may try the port, and confirms. OK sets DeviceInitialized to 1; Cancel

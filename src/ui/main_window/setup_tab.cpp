@@ -23,6 +23,7 @@
 #include "ui/main_window/main_window.h"
 #include "ui/widgets/click_label.h"
 #include "ui/widgets/number_entry.h"
+#include "ui/widgets/port_choice.h"
 
 namespace nbx {
 
@@ -109,11 +110,9 @@ QWidget* NBXNimbometerForm::BuildSetupDevice() {
   };
 
   Rows sensor = Group(panel, "Sensor selection");
-  auto* port = new QComboBox(sensor.box);
-  port->setObjectName("COMPort");
-  for (int n = 1; n <= 32; ++n) port->addItem(QStringLiteral("COM%1").arg(n));
-  connect(port, &QComboBox::activated, this, [this](int index) {
-    editor_.SetCOMPort(index);
+  QComboBox* port = NewPortChoice(sensor.box);
+  connect(port, &QComboBox::textActivated, this, [this](const QString& entry) {
+    editor_.SetPortEntry(entry.toStdString());
     Render();
   });
   auto* test = new QPushButton("Test Port", sensor.box);
@@ -134,7 +133,9 @@ QWidget* NBXNimbometerForm::BuildSetupDevice() {
   setupGroup_.insert(setupGroup_.end(), {port, test});
   masterOnly_.insert(masterOnly_.end(), {port, test});
   masterCaptions_.push_back({portCaption, "RS232"});
-  portRefresh_ = [this, port] { port->setCurrentIndex(station_.nm().config.COMPort); };
+  portRefresh_ = [this, port] {
+    if (!port->hasFocus()) ShowPortChoice(port, station_.nm().config);
+  };
   number(sensor, "RefreshPeriod", "Cycle", "(sec)", [](const Config& c) { return double(c.RefreshPeriod); },
          [](ConfigEditor& e, double v) { e.SetRefreshPeriod(v); }, {2, 0, false, "0"}, true);
   number(sensor, "PORTTimeout", "Timeout", "(sec)", [](const Config& c) { return c.PORTTimeout; },
