@@ -1,10 +1,9 @@
-// Clients of the object: how they are counted, who may stop the box, the
-// activity panel, and a client that takes over the verdict.
+// Clients of the object: how they are counted, who may stop the box, and a
+// client that takes over the verdict.
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <set>
 #include <vector>
 
 #include "bus_fixture.h"
@@ -72,29 +71,6 @@ TEST_F(AutomationClients, ClientsThatLeaveWithoutDetachAreReleased) {
   EXPECT_EQ(d.LblUsers.Caption, "Attached Users: 1");
   // Leaving does not stop the box.
   EXPECT_TRUE(s.IsRunning);
-}
-
-TEST_F(AutomationClients, TheActivityPanelCountsCallsAndFlipsItsLamps) {
-  first.Call("Attach");
-  EXPECT_EQ(d.COMCalls.Caption, " ");
-  s.ClientCallCount = 9998;
-  first.Call("BlinkLEDCOM");
-  EXPECT_EQ(d.COMCalls.Caption, "9999");
-  const Colour lampBefore = d.LEDCOM[0].FillColor;
-  first.Get("Safe");
-  EXPECT_EQ(d.COMCalls.Caption, "0");
-  EXPECT_NE(d.LEDCOM[0].FillColor, lampBefore);
-  EXPECT_EQ((std::set<Colour>{d.LEDCOM[0].FillColor, d.LEDCOM[1].FillColor}),
-            (std::set<Colour>{colours::LampGrey, 0x80FFFF}));
-  // Silent members leave the count alone; the timed polls show the period.
-  first.Get("NBX_SafeDelayMsg");
-  first.Call("NBX_GraphArrayFirstElem", {1});
-  EXPECT_EQ(d.COMCalls.Caption, "0");
-  EXPECT_EQ(d.COMPeriod.Caption, " ");
-  station.st.time.RunFor(42000);
-  first.Get("Condition_Sky");
-  EXPECT_EQ(d.COMPeriod.Caption, "42s");
-  EXPECT_EQ(d.COMCalls.Caption, "1");
 }
 
 TEST_F(AutomationClients, AClientThatTakesTheVerdictAloneDecidesItAcrossCycles) {

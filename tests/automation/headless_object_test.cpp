@@ -11,7 +11,6 @@
 #include <tuple>
 
 #include "bus_fixture.h"
-#include "interface_shape.h"
 #include "support/station_programs.h"
 
 namespace nbx {
@@ -80,30 +79,6 @@ TEST(HeadlessObject, ForeignToolsAndPollsFollowTheBoxAwayAndBackAndAClientKeepsT
   ASSERT_TRUE(station.CycleWhere(safeAndLinked, 4, line)) << line;
   ASSERT_TRUE(NameOnBus());
 
-  // Tools of the system list every member with its type and read every property.
-  const auto shapes = test::ReadShapes(QString::fromStdString(test::ReadFile(NBX_AUTOMATION_XML)), "/");
-  const auto& face = shapes.at("/Nimbometer|NBX_Nimbometer.Nimbometer");
-  const ToolRun introspection =
-      RunTool({"gdbus", "introspect", "--session", "--dest", Name, "--object-path", "/Nimbometer"});
-  const ToolRun all = Gdbus({"org.freedesktop.DBus.Properties.GetAll", Name});
-  ASSERT_EQ(introspection.exit, 0);
-  ASSERT_EQ(all.exit, 0);
-  for (const auto& [property, type] : face.propertyTypes) {
-    EXPECT_NE(introspection.out.find(" " + type + " " + property + " = "), std::string::npos) << property;
-    EXPECT_NE(all.out.find("'" + property + "': <"), std::string::npos) << property;
-  }
-  const ToolRun listed = RunTool({"sh", "-c", "command -v busctl >/dev/null && busctl --user introspect " +
-                                                  Name + " /Nimbometer"});
-  for (const std::string& member : face.members) {
-    const std::string name = member.substr(member.find(' ') + 1, member.find(' ', member.find(' ') + 1) -
-                                                                     member.find(' ') - 1);
-    if (member.rfind("method ", 0) == 0) {
-      EXPECT_NE(introspection.out.find(" " + name + "("), std::string::npos) << name;
-    }
-    if (listed.exit == 0) {
-      EXPECT_NE(listed.out.find("\n." + name + " "), std::string::npos) << name;
-    }
-  }
   EXPECT_EQ(Gdbus({Name + ".NBX_DataDisplayed", "rain", "value"}).out, "('3300 cycles',)\n");
 
   test::BusClient client;

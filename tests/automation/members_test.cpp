@@ -82,32 +82,6 @@ TEST_F(AutomationMembers, UnitChangesConvertWhatIsHeldAndComeBackWithinRounding)
   EXPECT_EQ(Number("ThreshTempClear"), 23);
 }
 
-TEST_F(AutomationMembers, ValuesCorrectThemselvesAsTheirControlsDo) {
-  const auto after = [&](const char* property, double value, const auto& field) {
-    client.Set(property, value);
-    return field;
-  };
-  EXPECT_EQ(after("ReadCycle", 5, c.RefreshPeriod), 10);
-  EXPECT_EQ(after("ReadCycle", 75, c.RefreshPeriod), 60);
-  EXPECT_EQ(after("ReadCycle", 30.4, c.RefreshPeriod), 30);
-  EXPECT_EQ(after("FileSaveFrequency", 3.9, c.SaveFreq), 3);
-  EXPECT_EQ(after("FileSaveFrequency", -2, c.SaveFreq), 1);
-  EXPECT_EQ(after("NoConsecutiveRS232Errors", 0, c.UnknownRS232NoError), 1);
-  // The correction factors keep what was written, beyond the dialog's range.
-  EXPECT_EQ(after("TempFactorK5", 200, c.CloudTempK5), 200);
-  client.Set("TempFactorON", false);
-  EXPECT_FALSE(d.CloudTempFactorFields.Visible);
-  client.Set("TempFactorON", true);
-  EXPECT_TRUE(d.CloudTempFactorFields.Visible);
-  // The brightness graph is the day graph; the temperature graph has a third colour.
-  client.Set("GraphLabelColorBrightness", 0x0000FF);
-  client.Set("GraphBackColorTemp", 0x123456);
-  EXPECT_EQ(c.GraphColorDay[0], 0x0000FFu);
-  EXPECT_EQ(c.GraphColorTemp[2], 0x123456u);
-  client.Call("WindowMinimize");
-  EXPECT_TRUE(d.mPopRestore.Enabled);
-}
-
 TEST_F(AutomationMembers, SkyConditionWetnessAndTheDelayMessageFollowTheirRules) {
   const struct {
     Condition rain, cloud, sky;

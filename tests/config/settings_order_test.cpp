@@ -258,14 +258,6 @@ TEST(SettingsLoad, NumberKeysWithLettersBlanksOrUnusableValuesGiveTheirDefault) 
   EXPECT_EQ(LoadFrom(largest).state.SamplesRainFreq.values.size(), 23u);
 }
 
-TEST(SettingsUnload, NothingIsWrittenWhileAClientIsAttached) {
-  MemorySettings store;
-  Nimbometer nm;
-  nm.state.COMNoUsers = 1;
-  EXPECT_FALSE(UnloadSettings(store, nm, {'.', true}));
-  EXPECT_TRUE(store.values.empty());
-}
-
 TEST(ResetElectParam, StoresTheNineConstantsForTheNextStart) {
   Nimbometer nm;
   nm.state.ZenerVoltage = 2.54;

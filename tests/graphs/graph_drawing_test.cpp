@@ -46,41 +46,6 @@ TEST(BandGraph, BandsFillTheThirdsUpsideDownForHumidityAndOnePointDrawsNoCurve) 
   EXPECT_EQ(st.Picture(GraphKind::Cloud).pixel(3, bottom / 2), Pixel(0x804020));
 }
 
-TEST(BandGraph, CurveFollowsEachMappingAndSentinelsStayInsideThePlot) {
-  GraphStation st;
-  const Colour curve = st.nm.config.GraphColorCloud[1];
-  // Half an hour at a value, then the next: on the default span of two
-  // hours the first segment ends a quarter across.
-  auto run = [&](GraphKind kind, double first, double second) {
-    st.AddPoint(kind, first);
-    st.time.RunFor(1800 * 1000);
-    st.AddPoint(kind, first);
-    st.time.RunFor(1800 * 1000);
-    st.AddPoint(kind, second);
-  };
-  run(GraphKind::Cloud, 0, 99900);     // at L1, then the sentinel of a lost sky reading
-  run(GraphKind::Rain, 2800, 99999);   // at L1, then beyond Far
-  run(GraphKind::Wind, -5, -5);        // below Far: top + 1
-  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Rain, GraphKind::Wind}) {
-    const QImage& image = st.Picture(kind);
-    const int bottom = PlotBottom(st.pictures.Surface(kind));
-    const std::vector<int> rows = RowsWithColour(image, 80, Pixel(curve));
-    ASSERT_FALSE(rows.empty()) << GraphTag(kind);
-    const int expected = kind == GraphKind::Wind ? 1 : static_cast<int>(std::lround(bottom * 2 / 3.0));
-    EXPECT_LE(std::abs(rows.front() - expected), 1) << GraphTag(kind);
-    EXPECT_LE(rows.back() - rows.front(), 1) << GraphTag(kind);
-  }
-  // The jump to the sentinel ends at bottom - 1 for the sky, top + 1 for the rain.
-  const int cloudBottom = PlotBottom(st.pictures.Surface(GraphKind::Cloud));
-  const std::vector<int> end = RowsWithColour(st.Picture(GraphKind::Cloud), 318, Pixel(curve));
-  ASSERT_FALSE(end.empty());
-  EXPECT_GE(end.back(), cloudBottom - 2);
-  EXPECT_LT(end.back(), cloudBottom);
-  const std::vector<int> top = RowsWithColour(st.Picture(GraphKind::Rain), 318, Pixel(curve));
-  ASSERT_FALSE(top.empty());
-  EXPECT_LE(top.front(), 1);
-}
-
 TEST(TemperatureGraph, LinearScaleOnItsOwnBackground) {
   GraphStation st;
   const Config& c = st.nm.config;

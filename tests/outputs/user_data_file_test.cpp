@@ -171,20 +171,6 @@ TEST(UserDataFile, StartStopAppendAndTheRecordingOption) {
   EXPECT_EQ(nm.config.RecOption, (std::array<bool, 2>{false, true}));
 }
 
-TEST(UserDataFile, DebugLinesOnlyWhileRecordingWithTheBoxChecked) {
-  FixedSite site;
-  Nimbometer& nm = site.nm;
-  nm.config.chkDebug = 1;
-  Record_DebugInfo(nm, "before");
-  Record_Start(nm, false);
-  Record_DebugInfo(nm, "UNSAFE -> SAFE");
-  nm.config.chkDebug = 0;
-  Record_DebugInfo(nm, "unchecked");
-  EXPECT_EQ(site.Lines(CsvName(site)),
-            (std::vector<std::string>{kHeader, "\"22:00:05.05 debug msg: UNSAFE -> SAFE\""}));
-  EXPECT_EQ(site.host.debugLines, (std::vector<std::string>{"before", "UNSAFE -> SAFE", "unchecked"}));
-}
-
 // Start makes a missing data folder and says so, and deletes the single-line
 // file of an earlier run before any reader can take it for a new reading.
 TEST(StartChecks, TheDataFolderCodesAndTheOldSingleLineFile) {

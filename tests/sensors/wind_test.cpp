@@ -31,17 +31,6 @@ TEST_F(Wind, WithoutAnAnemometerTheWindIsCalmAndItsBarsGrey) {
   }
 }
 
-TEST(WindSettings, AverageLengthAndAnemometerModels) {
-  EXPECT_EQ(CalcWindAvgChange(0), 1);
-  EXPECT_EQ(CalcWindAvgChange(31), 30);
-  EXPECT_EQ(CalcWindAvgChange(30), 30);
-  EXPECT_EQ(CalcWindAvgChange(std::nan("")), 1);
-  Config c;
-  c.SWAnemoModel = {false, true, false};
-  EXPECT_DOUBLE_EQ(AnemometerSpeed(c, 10), 11.4);
-  EXPECT_EQ(AnemometerSpeed(c, 0), 0);  // calm stays calm
-}
-
 TEST(WindFromTheBox, NoStaleMeanAfterTheAnemometerWasRemoved) {
   test::SimStation st;
   SiteState& s = st.nm.state;
