@@ -16,9 +16,11 @@ cycles=${2:-1000}
 program=$(realpath "$build/nimbometer") || exit 1
 [ -x "$program" ] || { echo "no $program: build the target nimbometer first" >&2; exit 1; }
 root=$(mktemp -d "${TMPDIR:-/tmp}/nbx-memory-XXXXXX")
-trap 'kill $(cat "$root"/*/pid 2>/dev/null) 2>/dev/null; rm -rf "$root"' EXIT
+trap 'kill -9 $(cat "$root"/*/pid 2>/dev/null) 2>/dev/null; rm -rf "$root"' EXIT
 
-settings() { # folder, export on (1/0)
+settings() { # folder, export on (1/0), Alpaca port
+  # Each station serves Alpaca (on by default) on a port of its own;
+  # Initiliazed=1 is a box set up before, so the window asks nothing at start.
   local images="" name
   for name in Cloud Day Rain Wind Temp Humidity Pressure; do images+="Image$name=$2"$'\n'; done
   cat <<INI
@@ -35,17 +37,24 @@ GraphImagePath=$1/pictures
 $images[COMMFile]
 NetFilePath=$1
 PathNameCCDAP4=$1
+[Electrical]
+Initiliazed=1
+[Alpaca]
+Port=$3
+Discovery=0
 INI
 }
 
 kib() { awk -v k="$1" '$1 == k":" {print $2}' "/proc/$2/smaps_rollup"; }
 cpu_ticks() { awk '{sub(/.*\) /, ""); print $12 + $13}' "/proc/$1/stat"; }
 
-# run <name> <export 1/0> <window 1/0>: samples at cycles 1, 100 and the last.
+# run <name> <export 1/0> <window 1/0> <port>: samples at cycles 1, 100 and the
+# last; gives up when the cycles do not come (a minute of slack).
 run() {
   local name=$1 folder=$root/$1 n=0 line pid rss100=- cpu1=0 cpu100=0
+  local deadline=$(( $(date +%s) + cycles * 3 / 2 + 60 ))
   mkdir -p "$folder/pictures" "$folder/config"
-  settings "$folder" "$2" > "$folder/station.ini"
+  settings "$folder" "$2" "$4" > "$folder/station.ini"
   local args=(--simulate --settings "$folder/station.ini")
   [ "$3" = 1 ] || args=(--headless "${args[@]}")
   # The window mode prints no cycle lines: its cycles are the lines its data file gains.
@@ -59,31 +68,36 @@ run() {
     [ "$n" -ge 1 ] && [ "$cpu1" = 0 ] && cpu1=$(cpu_ticks "$pid")
     [ "$n" -ge 100 ] && [ "$rss100" = - ] && rss100=$(kib Rss "$pid") && cpu100=$(cpu_ticks "$pid")
     [ "$n" -ge "$cycles" ] && break
+    [ "$(date +%s)" -gt "$deadline" ] && { echo "$name: $n cycles only, see $folder/err" >&2; break; }
     sleep 0.2
   done
   local rss pss private cpu
+  if ! [ -e "/proc/$pid/smaps_rollup" ]; then
+    echo "$name: the station ended early, see its errors:" >&2; cat "$folder/err" >&2
+    echo "$name $n 0 0 0 - 0 0 $(getconf CLK_TCK)" > "$root/$name.figures"; return
+  fi
   rss=$(kib Rss "$pid"); pss=$(kib Pss "$pid")
   private=$(( $(kib Private_Clean "$pid") + $(kib Private_Dirty "$pid") ))
   cpu=$(cpu_ticks "$pid")
-  kill "$pid"
+  kill "$pid"; wait "$pid" 2>/dev/null
   rm "$folder/pid"
   echo "$name $n $rss $pss $private $rss100 $cpu1 $cpu $(getconf CLK_TCK)" > "$root/$name.figures"
 }
 
 pids=()
-run "headless-graphs-on" 1 0 & pids+=($!)
-run "headless-export-off" 0 0 & pids+=($!)
-run "window-offscreen" 1 1 & pids+=($!)
+run "headless-graphs-on" 1 0 11311 & pids+=($!)
+run "headless-export-off" 0 0 11312 & pids+=($!)
+run "window-offscreen" 1 1 11313 & pids+=($!)
 wait "${pids[@]}"
 pids=()
 
 mb() { awk -v k="$1" 'BEGIN {printf "%.1f MB", k / 1024}'; }
 echo "NBX Nimbometer, $(date -u '+%F %H:%M UTC'), $cycles cycles of 1 s, $(nproc) cores, $program"
-printf '%-38s %8s %12s %12s %12s %14s\n' "" cycles resident PSS private "resident @100"
+printf '%-38s %8s %12s %12s %12s %14s\n' "this build:" cycles resident PSS private "resident @100"
 for name in headless-graphs-on headless-export-off window-offscreen; do
   read -r _ n rss pss private rss100 cpu1 cpu hz < "$root/$name.figures"
   at100=-; [ "$rss100" != - ] && at100=$(mb "$rss100")
-  printf '%-38s %8s %12s %12s %12s %14s\n' "$name (this build)" "$n" "$(mb "$rss")" "$(mb "$pss")" \
+  printf '%-38s %8s %12s %12s %12s %14s\n' "$name" "$n" "$(mb "$rss")" "$(mb "$pss")" \
     "$(mb "$private")" "$at100"
   eval "cpu_$(echo "$name" | tr - _)=\"$cpu1 $cpu $n $hz\""
 done
