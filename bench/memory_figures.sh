@@ -9,7 +9,10 @@
 # file, against the simulated box (--simulate). A cycle is one second and the
 # program has no faster clock, so 1,000 cycles take about 17 minutes; give a
 # smaller count for a quick look (the cycle-100 sample needs at least 100).
-# Resident, PSS and private come from /proc/PID/smaps_rollup at the last cycle.
+# Resident, PSS and private come from /proc/PID/smaps_rollup at the last cycle,
+# all three stations running: the Qt libraries they share are split three
+# ways in PSS (a station alone reads a few MB more PSS and private).
+# The stations serve Alpaca on NBX_ALPACA_PORT_BASE + 1..3 (default 11311..11313).
 set -u
 build=${1:-build}
 cycles=${2:-1000}
@@ -17,6 +20,7 @@ program=$(realpath "$build/nimbometer") || exit 1
 [ -x "$program" ] || { echo "no $program: build the target nimbometer first" >&2; exit 1; }
 root=$(mktemp -d "${TMPDIR:-/tmp}/nbx-memory-XXXXXX")
 trap 'kill -9 $(cat "$root"/*/pid 2>/dev/null) 2>/dev/null; rm -rf "$root"' EXIT
+trap 'exit 1' INT TERM
 
 settings() { # folder, export on (1/0), Alpaca port
   # Each station serves Alpaca (on by default) on a port of its own;
@@ -79,16 +83,18 @@ run() {
   rss=$(kib Rss "$pid"); pss=$(kib Pss "$pid")
   private=$(( $(kib Private_Clean "$pid") + $(kib Private_Dirty "$pid") ))
   cpu=$(cpu_ticks "$pid")
-  kill "$pid"; wait "$pid" 2>/dev/null
-  rm "$folder/pid"
   echo "$name $n $rss $pss $private $rss100 $cpu1 $cpu $(getconf CLK_TCK)" > "$root/$name.figures"
 }
 
 pids=()
-run "headless-graphs-on" 1 0 11311 & pids+=($!)
-run "headless-export-off" 0 0 11312 & pids+=($!)
-run "window-offscreen" 1 1 11313 & pids+=($!)
+base=${NBX_ALPACA_PORT_BASE:-11310}
+run "headless-graphs-on" 1 0 $((base + 1)) & pids+=($!)
+run "headless-export-off" 0 0 $((base + 2)) & pids+=($!)
+run "window-offscreen" 1 1 $((base + 3)) & pids+=($!)
 wait "${pids[@]}"
+# The stations are stopped together once all three are measured: a station
+# that ended early would leave the libraries they share to the others' PSS.
+kill $(cat "$root"/*/pid) 2>/dev/null; rm -f "$root"/*/pid
 pids=()
 
 mb() { awk -v k="$1" 'BEGIN {printf "%.1f MB", k / 1024}'; }
