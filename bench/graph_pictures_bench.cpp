@@ -9,6 +9,8 @@
 #include <filesystem>
 
 #include "core/nimbometer.h"
+#include "graphs/drawing/freeimage_runtime.h"
+#include "graphs/drawing/picture_files.h"
 #include "graphs/drawing/qt_graph_pictures.h"
 #include "graphs/graph_ring.h"
 #include "graphs/graph_routines.h"
@@ -88,6 +90,41 @@ void BM_ExportPng(benchmark::State& state) { Export(state, 1, {false, false, tru
 void BM_ExportJpegNormal(benchmark::State& state) { Export(state, 0, {false, false, true}); }
 void BM_ExportJpegSuperb(benchmark::State& state) { Export(state, 0, {true, false, false}); }
 
+// One picture (the cloud graph, the busiest) saved straight through FreeImage
+// with each of its save flags: CPU time, and bytes on the disk as a counter.
+void SaveWithFlags(benchmark::State& state, int format, int flags, const char* label) {
+  Graphs& g = Station();
+  nbx::DrawGraph(g.nm, nbx::GraphKind::Cloud);
+  const auto file = g.folder / (format == FIF_PNG ? "level.png" : "quality.jpg");
+  nbx::FreeImageRuntime& fi = nbx::FreeImageRuntime::Instance();
+  for (auto _ : state)
+    nbx::SavePictureFile(fi, g.pictures.Surface(nbx::GraphKind::Cloud).image, file.string(), format, flags);
+  state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(file));
+  state.SetLabel(label);
+}
+
+void BM_PngLevel(benchmark::State& state) {
+  static const std::pair<int, const char*> kLevels[] = {
+      {PNG_Z_NO_COMPRESSION, "PNG_Z_NO_COMPRESSION"}, {PNG_Z_BEST_SPEED, "PNG_Z_BEST_SPEED (1)"},
+      {2, "level 2"}, {3, "level 3"}, {4, "level 4"}, {5, "level 5"},
+      {PNG_Z_DEFAULT_COMPRESSION, "PNG_Z_DEFAULT_COMPRESSION (6), today's PNG_DEFAULT"},
+      {7, "level 7"}, {8, "level 8"}, {PNG_Z_BEST_COMPRESSION, "PNG_Z_BEST_COMPRESSION (9)"}};
+  const auto& [flags, label] = kLevels[state.range(0)];
+  SaveWithFlags(state, FIF_PNG, flags, label);
+}
+
+void BM_JpegQuality(benchmark::State& state) {
+  static const std::pair<int, const char*> kQualities[] = {
+      {JPEG_QUALITYSUPERB, "JPEG_QUALITYSUPERB (100)"}, {JPEG_QUALITYGOOD, "JPEG_QUALITYGOOD (75)"},
+      {JPEG_QUALITYNORMAL, "JPEG_QUALITYNORMAL (50)"}, {JPEG_QUALITYAVERAGE, "JPEG_QUALITYAVERAGE (25)"},
+      {JPEG_QUALITYGOOD | JPEG_BASELINE, "JPEG_QUALITYGOOD | JPEG_BASELINE"},
+      {JPEG_QUALITYGOOD | JPEG_OPTIMIZE, "JPEG_QUALITYGOOD | JPEG_OPTIMIZE"}};
+  const auto& [flags, label] = kQualities[state.range(0)];
+  SaveWithFlags(state, FIF_JPEG, flags, label);
+}
+
+BENCHMARK(BM_PngLevel)->DenseRange(0, 9)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_JpegQuality)->DenseRange(0, 5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DrawGraph)->DenseRange(0, 6)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ExportPng)->DenseRange(0, 6)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ExportJpegNormal)->DenseRange(0, 6)->Unit(benchmark::kMillisecond);

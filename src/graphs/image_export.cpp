@@ -22,7 +22,7 @@ int ImageFormat(const Config& c) { return c.ImageType == 1 ? ImageFormatPNG : Im
 const char* ImageExtension(const Config& c) { return c.ImageType == 1 ? ".png" : ".jpg"; }
 
 int ExportFlags(const Config& c) {
-  if (c.ImageType == 1) return 0;
+  if (c.ImageType == 1) return PngBestSpeed;
   if (c.ImageQuality[0]) return JpegQualitySuperb;
   if (c.ImageQuality[1]) return JpegQualityGood;
   if (c.ImageQuality[2]) return JpegQualityNormal;

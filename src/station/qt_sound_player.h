@@ -1,19 +1,18 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "safety/sound_player.h"
 
-class QMediaPlayer;
-class QAudioOutput;
-
 namespace nbx {
 
-// The alarm sound through the platform's media player. "repeat" is an
-// endless loop. A file that is missing or is no sound, or a machine that
-// cannot play sound, plays nothing and is no error; the player is only made
-// once a sound can be heard, as the media back ends do not cope without an
-// output or without their decoders.
+// The alarm sound through the sound module (libnbx_sound.so, Qt Multimedia),
+// loaded the first time a sound is to be played, so that a night without an
+// alarm never maps the media libraries. The module is looked for as the file
+// named by NBX_SOUND_MODULE, else beside the program, in the installed
+// library folder, or in the build tree. Without it every sound plays nothing,
+// as on a machine that cannot play sound: the alarm goes on silent.
 class QtSoundPlayer : public SoundPlayer {
  public:
   QtSoundPlayer();
@@ -23,13 +22,12 @@ class QtSoundPlayer : public SoundPlayer {
   void Stop() override;
   bool IsPlaying() const override;
 
-  // True when the machine has an audio output and the media back end can
-  // decode at least one kind of file.
+  // True when the module loads, the machine has an audio output and the
+  // media back end can decode at least one kind of file.
   static bool CanPlaySound();
 
  private:
-  std::unique_ptr<QAudioOutput> output_;
-  std::unique_ptr<QMediaPlayer> player_;
+  std::unique_ptr<SoundPlayer> player_;
 };
 
 }  // namespace nbx

@@ -12,6 +12,7 @@
 #include "device/reading_cycle.h"
 #include "device/stage_calls.h"
 #include "device/wire_protocol.h"
+#include "graphs/drawing/freeimage_runtime.h"
 
 namespace nbx {
 
@@ -63,6 +64,20 @@ char StationHost::DecimalSeparator() const {
   return point.size() == 1 && point[0].unicode() < 128 ? static_cast<char>(point[0].unicode()) : '.';
 }
 
+namespace {
+
+// The image library and its codecs (a few megabytes) stay mapped only while
+// some picture is exported; a save loads it again once one is turned on.
+void KeepImageLibraryForExports(const Config& c) {
+  if (c.FreeImageUse) {
+    for (const std::int32_t on : c.GraphImage)
+      if (on == 1) return;
+  }
+  FreeImageRuntime::Instance().Unload();
+}
+
+}  // namespace
+
 Station::Station(QObject* parent)
     : QObject(parent),
       timers_([this](TimerId id) { OnTimer(id); }),
@@ -75,7 +90,10 @@ Station::Station(QObject* parent)
   nm_.io.pictures = &pictures_;
   nm_.io.sound = &sound_;
   nm_.io.scripts = &scripts_;
-  host_.onCycle = [this] { emit cycleProcessed(); };
+  host_.onCycle = [this] {
+    KeepImageLibraryForExports(nm_.config);
+    emit cycleProcessed();
+  };
 }
 
 Station::~Station() = default;

@@ -68,4 +68,13 @@ bool FreeImageRuntime::Initialise() {
 
 #undef NBX_BIND
 
+void FreeImageRuntime::Unload() {
+  if (available_) FreeImage_DeInitialise();
+  if (handle_) dlclose(handle_);
+  handle_ = nullptr;
+  tried_ = false;
+  available_ = false;
+  failure_.clear();
+}
+
 }  // namespace nbx

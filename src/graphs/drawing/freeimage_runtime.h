@@ -22,11 +22,15 @@ class FreeImageRuntime {
   FreeImageRuntime& operator=(const FreeImageRuntime&) = delete;
 
   // Loads the library and calls FreeImage_Initialise; true when it is usable.
-  // A second call returns the first one's answer.
+  // Until Unload, a second call returns the first one's answer.
   bool Initialise();
   bool Available() const { return available_; }
   // Why it could not be loaded (the loader's text).
   const std::string& Failure() const { return failure_; }
+  // Calls FreeImage_DeInitialise and unloads the library with its codecs;
+  // the next Initialise loads it afresh (and fails then if the file has
+  // gone meanwhile). Harmless when it is not loaded.
+  void Unload();
 
   // The library's functions, by their own names.
   decltype(&::FreeImage_Initialise) FreeImage_Initialise = nullptr;

@@ -10,7 +10,7 @@ namespace {
 
 static_assert(ImageFormatPNG == FIF_PNG && ImageFormatJPEG == FIF_JPEG);
 static_assert(JpegQualitySuperb == JPEG_QUALITYSUPERB && JpegQualityGood == JPEG_QUALITYGOOD &&
-              JpegQualityNormal == JPEG_QUALITYNORMAL);
+              JpegQualityNormal == JPEG_QUALITYNORMAL && PngBestSpeed == PNG_Z_BEST_SPEED);
 
 // Text needs the fonts of a GUI application; a program without one (a
 // benchmark of the link alone) leaves the surfaces as they are.
