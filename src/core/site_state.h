@@ -80,6 +80,7 @@ struct SiteState {
   double CycleStartTick = 0;
   bool CommFailed = false;
   bool SentinelsActive = false;
+  bool DamagedNumberInCycle = false;  // a sample of this cycle's replies could not be read
   std::int32_t ConsecutiveCommErrors = 0;  // failed cycles since the last one read whole
   std::int32_t RefreshMillis = 10000;
   std::int32_t GraphEvery = 6;

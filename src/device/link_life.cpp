@@ -48,6 +48,8 @@ void ClearReadingPanels(Display& d) {
     l->Caption.clear();
 }
 
+}  // namespace
+
 // The sentinels that drive every family to Unknown once the link is given up.
 void FillSentinels(Nimbometer& nm) {
   SiteState& s = nm.state;
@@ -65,8 +67,6 @@ void FillSentinels(Nimbometer& nm) {
       RoundHalfEven(nm.config.UnknownRS232NoError + nm.config.UnknownNoReading));
   s.CloudUnknownCount = s.RainUnknownCount = s.WindUnknownCount = s.DayUnknownCount = count;
 }
-
-}  // namespace
 
 bool OpenDevicePort(Nimbometer& nm) {
   if (!nm.IsMaster()) return true;

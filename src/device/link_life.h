@@ -29,6 +29,9 @@ void TimerRS232TimeoutTick(Nimbometer& nm);
 // cycle ends, the failure is counted, and at the limit the values become
 // Unknown. `reopenPort` retries the port first.
 void CommandFailed(Nimbometer& nm, bool reopenPort);
+// Puts the values that read as Unknown into every sample, once the failures
+// have reached UnknownRS232NoError.
+void FillSentinels(Nimbometer& nm);
 
 
 }  // namespace nbx

@@ -82,6 +82,7 @@ void StartReadingCycle(Nimbometer& nm) {
   SiteState& s = nm.state;
   s.CycleStartTick = static_cast<double>(nm.MillisNow());
   s.SentinelsActive = false;
+  s.DamagedNumberInCycle = false;
   if (s.CommFailed) {
     // Recovery: reopen and send "z!". The exchange finishes no cycle, as the
     // queue is not loaded; the next tick is a normal one if the box answers.
@@ -153,6 +154,13 @@ void ProcessFinishedCycle(Nimbometer& nm) {
   Display& d = nm.display;
   if (!s.CycleLoaded) return;
   if (s.CyclesWanted()) {
+    // A sample whose number could not be read leaves the old value standing
+    // for a new one, so the cycle holds no complete reading. It counts as a
+    // failed cycle, as a missing reply does: a box that garbles every frame
+    // ends Unknown instead of looking healthy on its last good values.
+    const bool damaged = !s.CommFailed && s.DamagedNumberInCycle;
+    if (damaged && !(nm.config.UnknownRS232NoError > ++s.ConsecutiveCommErrors)) FillSentinels(nm);
+    const bool failed = s.CommFailed || damaged;
     const bool readValues = !s.CommFailed || s.SentinelsActive;
     if (!s.CommFailed && !s.SentinelsActive) ReadReferenceVoltage(nm);
     if (readValues) {
@@ -165,11 +173,10 @@ void ProcessFinishedCycle(Nimbometer& nm) {
       ReadWind(nm);
     }
     // A failed command leaves the verdict alone until the failures reach the limit.
-    if (!s.CommFailed || !(nm.config.UnknownRS232NoError > s.ConsecutiveCommErrors))
-      EvaluateSafety(nm);
+    if (!failed || !(nm.config.UnknownRS232NoError > s.ConsecutiveCommErrors)) EvaluateSafety(nm);
     if (!s.CommFailed) HeaterStep(nm);
     if (readValues) RunGraphRoutines(nm);
-    if (!s.CommFailed) {
+    if (!failed) {
       s.ConsecutiveCommErrors = 0;
       s.GoodCycleSinceStart = true;
       d.LblPECReading.Caption = FormatNumber(CaptionNumber(d.LblPECReading) + 1, "0");

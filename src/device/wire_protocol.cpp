@@ -179,6 +179,11 @@ void DispatchFrame(Nimbometer& nm, std::string_view frame, bool& endSeen) {
   // Sample frames are taken only while cycles are wanted: after Stop the
   // rest of a reply is dropped.
   const bool guarded = !s.IsRunning;
+  // The sample frames carry one number each; one that cannot be read keeps
+  // the old value, and the cycle is then no complete reading.
+  constexpr std::string_view SampleFrames = "1234568Rw";
+  if (!guarded && SampleFrames.find(type) != std::string_view::npos && !ParseNumber(data))
+    s.DamagedNumberInCycle = true;
 
   switch (type) {
     case EndOfReply:
