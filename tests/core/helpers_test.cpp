@@ -26,7 +26,8 @@ TEST(FormatNumber, PatternsOfTheLabelsAndFilesInEitherLocale) {
       {0.0 / 0.0, "0.0", ""},       {1.0 / 0.0, "0", ""},
       {-1.5e308, "0%", ""},  // finite, but not as a percentage
   };
-  for (const auto& c : cases) EXPECT_EQ(FormatNumber(c.value, c.pattern), c.expected) << c.value << " " << c.pattern;
+  for (const auto& c : cases)
+    EXPECT_EQ(FormatNumber(c.value, c.pattern), c.expected) << c.value << " " << c.pattern;
   EXPECT_EQ(FormatNumber(12.25, "0.00", ','), "12,25");
   EXPECT_EQ(FormatNumber(12, "0", ','), "12");
 }
