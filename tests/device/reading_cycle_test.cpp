@@ -61,22 +61,38 @@ TEST(ReadingCycle, FirmwareDecidesTheOptionalSensorsAskedFor) {
   }
 }
 
-TEST(ReadingCycle, ValuesOfAGoodCycleComeFromTheBox) {
+TEST(ReadingCycle, AGoodCycleTakesTheBoxsValuesAndEveryThirdIsAGraphTick) {
   test::SimStation st;
   st.nm.state.Stats_Universe = 3;  // fewer slots than the box's five passes
   st.nm.state.SizeSampleArrays();
+  st.nm.config.GraphFreq = 3;
   st.box.readings.skyIR = -1520;
   st.box.readings.errorCounters = {0, 0, 0, 2};
   st.StartAndRunFirstCycles();
-  EXPECT_DOUBLE_EQ(st.nm.state.Value_CloudRaw, -15.2);
-  EXPECT_EQ(st.nm.state.SerialNo, "1234");
+  SiteState& s = st.nm.state;
+  EXPECT_DOUBLE_EQ(s.Value_CloudRaw, -15.2);
+  EXPECT_EQ(s.SerialNo, "1234");
+  std::vector<bool> due;
+  for (int i = 0; i < 6; ++i) {
+    st.RunPeriods(1);
+    due.push_back(s.GraphDue);
+  }
+  EXPECT_EQ(due, (std::vector<bool>{false, true, false, false, true, false}));
   // The box's error counters add up cycle after cycle.
-  st.RunPeriods(1);
-  EXPECT_EQ(st.nm.display.LblPECReading.Caption, "2");
-  EXPECT_EQ(st.nm.display.LblPECTot4.Caption, "4");
-  EXPECT_GT(st.nm.state.Value_Cycle, 0);
-  EXPECT_LT(st.nm.state.Value_Cycle, 1);
+  EXPECT_EQ(st.nm.display.LblPECReading.Caption, "7");
+  EXPECT_EQ(st.nm.display.LblPECTot4.Caption, "14");
+  EXPECT_GT(s.Value_Cycle, 0);
+  EXPECT_LT(s.Value_Cycle, 1);
   EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Blue));
+
+  // A tick that finds the cycle still running leaves the count and the queue alone.
+  s.CycleBusy = true;
+  const int count = s.GraphCycleCount;
+  const std::size_t commands = st.box.Commands().size();
+  TimerGraphTick(st.nm);
+  EXPECT_EQ(s.GraphCycleCount, count);
+  EXPECT_EQ(st.box.Commands().size(), commands);
+  EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Orange));
 }
 
 TEST(ReadingCycle, ASilentBoxTurnsUnknownAfterTheLimitAndRecovers) {
@@ -141,28 +157,6 @@ TEST(ReadingCycle, StopInTheMiddleOfACycleDropsFramesAndRestsTheHeater) {
   StartAction(st.nm);
   st.time.RunFor(3000);
   EXPECT_EQ(st.CommandsSince(restart), (Commands{"z", "B", "K"}));
-}
-
-TEST(ReadingCycle, BusyTicksOnlyShowOrangeAndGraphThinning) {
-  test::SimStation st;
-  st.nm.config.GraphFreq = 3;
-  st.StartAndRunFirstCycles();
-  SiteState& s = st.nm.state;
-  std::vector<bool> due;
-  for (int i = 0; i < 6; ++i) {
-    st.RunPeriods(1);
-    due.push_back(s.GraphDue);
-  }
-  EXPECT_EQ(due, (std::vector<bool>{false, true, false, false, true, false}));
-
-  // A tick that finds the cycle still running leaves the count and the queue alone.
-  s.CycleBusy = true;
-  const int count = s.GraphCycleCount;
-  const std::size_t commands = st.box.Commands().size();
-  TimerGraphTick(st.nm);
-  EXPECT_EQ(s.GraphCycleCount, count);
-  EXPECT_EQ(st.box.Commands().size(), commands);
-  EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Orange));
 }
 
 // Stop pressed right after the period's tick, or the tick falling within
