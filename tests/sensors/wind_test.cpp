@@ -31,22 +31,5 @@ TEST_F(Wind, WithoutAnAnemometerTheWindIsCalmAndItsBarsGrey) {
   }
 }
 
-TEST(WindFromTheBox, NoStaleMeanAfterTheAnemometerWasRemoved) {
-  test::SimStation st;
-  SiteState& s = st.nm.state;
-  st.box.readings.windKmh = 10;
-  st.nm.config.CalcWindAvg = 2;
-  st.StartAndRunFirstCycles();
-  st.RunPeriods(2);
-  EXPECT_DOUBLE_EQ(s.Value_Wind, 10);
-  st.box.readings.windFitted = false;
-  st.RunPeriods(1);
-  EXPECT_EQ(s.Value_Wind, 0);
-  // Back again: the first speed is averaged with the cleared zeros.
-  st.box.readings.windFitted = true;
-  st.RunPeriods(2);
-  EXPECT_DOUBLE_EQ(s.Value_Wind, 5);
-}
-
 }  // namespace
 }  // namespace nbx
