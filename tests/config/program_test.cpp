@@ -17,8 +17,8 @@ using test::TempDir;
 // nimbometer --headless in a home of its own, so that its per-user store and
 // documents folder are the test's; its standard error joined to its output.
 struct Station {
-  Station(const TempDir& home, std::vector<std::string> arguments, const std::string& program = NBX_NIMBOMETER_PATH,
-          const std::string& variable = "NBX_TEST=1")
+  Station(const TempDir& home, std::vector<std::string> arguments,
+          const std::string& program = NBX_NIMBOMETER_PATH, const std::string& variable = "NBX_TEST=1")
       : process("/bin/sh", Command(program, std::move(arguments)),
                 // The offscreen platform wants a runtime folder, and warns without one.
                 {variable, "HOME=" + home.path(), "XDG_CONFIG_HOME=" + home.File("config"),
@@ -58,7 +58,8 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   TempDir dir;
   const std::string perUser = dir.File("config/NBX_Nimbometer/NBX_Nimbometer.ini");
   fs::create_directories(fs::path(perUser).parent_path());
-  test::WriteFile(perUser, "[Communication]\nPortName=/nonexistent/tty\nRefreshPeriod=1\n[Window]\nLeft=33\n");
+  test::WriteFile(perUser,
+                  "[Communication]\nPortName=/nonexistent/tty\nRefreshPeriod=1\n[Window]\nLeft=33\n");
   const std::string folder = dir.File("program");
   fs::create_directories(folder);
   fs::copy_file(NBX_NIMBOMETER_PATH, folder + "/nimbometer");
@@ -68,7 +69,8 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   Station first(dir, {}, folder + "/nimbometer", "NBX_FREEIMAGE_LIBRARY=/nonexistent/libfreeimage.so");
   ASSERT_TRUE(first.WaitFor("Sub main4"));
   ASSERT_TRUE(first.WaitFor("FreeImage.dll"));
-  EXPECT_EQ(first.output.back(), "NBX_Nimbometer (v7.00.000): FreeImage.dll file must be present in directory\r");
+  EXPECT_EQ(first.output.back(),
+            "NBX_Nimbometer (v7.00.000): FreeImage.dll file must be present in directory\r");
   ASSERT_TRUE(first.WaitFor(folder));
   EXPECT_EQ(first.output.back(), folder);
   EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater.exe"), "new");
@@ -88,7 +90,8 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   ASSERT_TRUE(simulated.WaitFor(" sky "));
   EXPECT_EQ(simulated.Terminate(), 0);
   EXPECT_EQ(Value(other, "Communication", "PortName"), "/dev/ttyKEEP");
-  for (const std::string& out : simulated.output) EXPECT_EQ(out.find("FreeImage.dll"), std::string::npos) << out;
+  for (const std::string& out : simulated.output)
+    EXPECT_EQ(out.find("FreeImage.dll"), std::string::npos) << out;
 
   EXPECT_TRUE(first.process.Running());
   EXPECT_EQ(first.Terminate(), 0);
