@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QSettings>
 #include <csignal>
 #include <filesystem>
 
 #include "key_list.h"
-#include "plain_ini.h"
 #include "support/child_process.h"
 
 namespace nbx {
@@ -12,63 +12,75 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using test::ChildProcess;
 using test::TempDir;
 
 // nimbometer --headless in a home of its own, so that its per-user store and
 // documents folder are the test's; its standard error joined to its output.
 struct Station {
   Station(const TempDir& home, std::vector<std::string> arguments,
-          std::vector<std::string> environment = {}, const std::string& program = NBX_NIMBOMETER_PATH)
-      : process("/bin/sh", Command(program, std::move(arguments)), With(home, std::move(environment))) {}
+          const std::string& program = NBX_NIMBOMETER_PATH, const std::string& variable = "NBX_TEST=1")
+      : process("/bin/sh", Command(program, std::move(arguments)),
+                // The offscreen platform wants a runtime folder, and warns without one.
+                {variable, "HOME=" + home.path(), "XDG_CONFIG_HOME=" + home.File("config"),
+                 "XDG_RUNTIME_DIR=" + home.path()}) {}
   static std::vector<std::string> Command(const std::string& program, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"-c", "exec \"$0\" --headless \"$@\" 2>&1", program});
     return arguments;
   }
-  static std::vector<std::string> With(const TempDir& home, std::vector<std::string> environment) {
-    // The offscreen platform wants a runtime folder, and warns without one.
-    environment.insert(environment.end(), {"HOME=" + home.path(), "XDG_CONFIG_HOME=" + home.File("config"),
-                                           "XDG_RUNTIME_DIR=" + home.path()});
-    return environment;
-  }
   // Reads lines until one holds `text`; every line read is kept in `output`.
   bool WaitFor(const std::string& text, std::chrono::milliseconds timeout = 10s) {
-    std::string line;
-    while (process.ReadLine(line, timeout)) {
+    for (std::string line; process.ReadLine(line, timeout);) {
       output.push_back(line);
       if (line.find(text) != std::string::npos) return true;
     }
     return false;
   }
-  // SIGTERM, then the exit code.
   int Terminate() {
     process.Signal(SIGTERM);
     return process.Wait(10s);
   }
-  ChildProcess process;
+  test::ChildProcess process;
   std::vector<std::string> output;
 };
 
-std::string Value(const test::IniFile& ini, const std::string& section, const std::string& key) {
-  return ini.count(section) && ini.at(section).count(key) ? ini.at(section).at(key) : "<absent>";
+std::string Value(const std::string& file, const std::string& section, const std::string& key) {
+  return QSettings(QString::fromStdString(file), QSettings::IniFormat)
+      .value(QString::fromStdString(section + "/" + key), "<absent>")
+      .toString()
+      .toStdString();
 }
 
-// One station per settings store: the per-user store here. At a clean exit
-// every key is written to it, the window's place excepted.
-TEST(HeadlessProgram, ASecondStartOnTheSameStoreEndsAtOnceAndEveryKeyIsSavedAtExit) {
+// One station per settings store: the per-user store here; at a clean exit
+// every key is written to it, the window's place excepted. Started from a
+// folder of its own, the program swaps in the updater left there, and without
+// the image library the message names that folder.
+TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLookedAt) {
   TempDir dir;
   const std::string perUser = dir.File("config/NBX_Nimbometer/NBX_Nimbometer.ini");
   fs::create_directories(fs::path(perUser).parent_path());
   test::WriteFile(perUser,
                   "[Communication]\nPortName=/nonexistent/tty\nRefreshPeriod=1\n[Window]\nLeft=33\n");
-  Station first(dir, {});
+  const std::string folder = dir.File("program");
+  fs::create_directories(folder);
+  fs::copy_file(NBX_NIMBOMETER_PATH, folder + "/nimbometer");
+  test::WriteFile(folder + "/NBX_Updater_net.exe", "new");
+  test::WriteFile(folder + "/NBX_Updater.exe", "current");
+
+  Station first(dir, {}, folder + "/nimbometer", "NBX_FREEIMAGE_LIBRARY=/nonexistent/libfreeimage.so");
   ASSERT_TRUE(first.WaitFor("Sub main4"));
+  ASSERT_TRUE(first.WaitFor("FreeImage.dll"));
+  EXPECT_EQ(first.output.back(),
+            "NBX_Nimbometer (v7.00.000): FreeImage.dll file must be present in directory\r");
+  ASSERT_TRUE(first.WaitFor(folder));
+  EXPECT_EQ(first.output.back(), folder);
+  EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater.exe"), "new");
+  EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater_exe.old"), "current");
+  EXPECT_FALSE(fs::exists(folder + "/NBX_Updater_net.exe"));
 
   Station second(dir, {});
   EXPECT_EQ(second.process.Wait(10s), 0);
   second.WaitFor("<end of output>", 1s);
-  EXPECT_EQ(second.output, (std::vector<std::string>{"Sub main", "NBX_Nimbometer (v7.00.000)",
-                                                     "Sub main2"}));
+  EXPECT_EQ(second.output, (std::vector<std::string>{"Sub main", "NBX_Nimbometer (v7.00.000)", "Sub main2"}));
 
   // Another store runs beside it; the port of its simulated box is not saved,
   // and with the image library there no message about it.
@@ -77,48 +89,19 @@ TEST(HeadlessProgram, ASecondStartOnTheSameStoreEndsAtOnceAndEveryKeyIsSavedAtEx
   Station simulated(dir, {"--simulate", "--settings", other});
   ASSERT_TRUE(simulated.WaitFor(" sky "));
   EXPECT_EQ(simulated.Terminate(), 0);
-  EXPECT_EQ(Value(test::ParseIni(test::ReadFile(other)), "Communication", "PortName"), "/dev/ttyKEEP");
+  EXPECT_EQ(Value(other, "Communication", "PortName"), "/dev/ttyKEEP");
   for (const std::string& out : simulated.output)
     EXPECT_EQ(out.find("FreeImage.dll"), std::string::npos) << out;
 
+  EXPECT_TRUE(first.process.Running());
   EXPECT_EQ(first.Terminate(), 0);
-  const test::IniFile saved = test::ParseIni(test::ReadFile(perUser));
   for (const auto& [section, key] : test::ReferenceKeys().written)
     if (key != "Top") {
-      EXPECT_NE(Value(saved, section, key), "<absent>") << section << "/" << key;
+      EXPECT_NE(Value(perUser, section, key), "<absent>") << section << "/" << key;
     }
-  EXPECT_EQ(Value(saved, "Communication", "PortName"), "/nonexistent/tty");
-  EXPECT_EQ(Value(saved, "COMMFile", "NetFilePath"), dir.File("Documents"));
-  EXPECT_EQ(Value(saved, "Window", "Left"), "33");  // no window, its place as it was
-}
-
-// The program in a folder of its own: the updater left there is swapped in,
-// and without the image library the message names that folder.
-TEST(HeadlessProgram, InItsOwnFolderSwapsTheUpdaterAndReportsAMissingImageLibrary) {
-  TempDir dir;
-  const std::string folder = dir.File("program");
-  fs::create_directories(folder);
-  const std::string program = folder + "/nimbometer";
-  fs::copy_file(NBX_NIMBOMETER_PATH, program);
-  fs::permissions(program, fs::perms::owner_all);
-  test::WriteFile(folder + "/NBX_Updater_net.exe", "new");
-  test::WriteFile(folder + "/NBX_Updater.exe", "current");
-  test::WriteFile(dir.File("station.ini"), "[Communication]\nPortName=/nonexistent/tty\n");
-
-  Station station(dir, {"--settings", dir.File("station.ini")},
-                  {"NBX_FREEIMAGE_LIBRARY=/nonexistent/libfreeimage.so"}, program);
-  ASSERT_TRUE(station.WaitFor("Sub main4"));
-  ASSERT_TRUE(station.WaitFor("FreeImage.dll"));
-  EXPECT_EQ(station.output.back(),
-            "NBX_Nimbometer (v7.00.000): FreeImage.dll file must be present in directory\r");
-  ASSERT_TRUE(station.WaitFor(folder));
-  EXPECT_EQ(station.output.back(), folder);
-  EXPECT_TRUE(station.process.Running());  // the program goes on
-  EXPECT_EQ(station.Terminate(), 0);
-
-  EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater.exe"), "new");
-  EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater_exe.old"), "current");
-  EXPECT_FALSE(fs::exists(folder + "/NBX_Updater_net.exe"));
+  EXPECT_EQ(Value(perUser, "Communication", "PortName"), "/nonexistent/tty");
+  EXPECT_EQ(Value(perUser, "COMMFile", "NetFilePath"), dir.File("Documents"));
+  EXPECT_EQ(Value(perUser, "Window", "Left"), "33");  // no window, its place as it was
 }
 
 }  // namespace
