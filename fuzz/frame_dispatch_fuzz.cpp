@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   SiteState& s = st.nm.state;
   Config& c = st.nm.config;
   const std::uint8_t setUp = data[0];
-  st.link.open = true;
+  st.hand.open = true;
   s.IsRunning = (setUp & 1) != 0;
   c.UnitSpeedStr = std::string(1, "KMmk"[(setUp >> 1) & 3]);
   c.UnitTempStr = (setUp & 8) != 0 ? "F" : "C";

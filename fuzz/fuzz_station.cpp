@@ -3,11 +3,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
-#include "device/reading_cycle.h"
-#include "device/stage_calls.h"
+#include "device/link_life.h"
 #include "device/wire_protocol.h"
 #include "outputs/single_line_record.h"
 #include "outputs/transfer_file.h"
@@ -47,67 +44,32 @@ void CheckCycleResult(const Nimbometer& nm) {
 
 namespace {
 
-std::string ownScratchFolder;
-
-void RemoveOwnScratchFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(ownScratchFolder, ignored);
-}
+// scripts/fuzz.sh gives each target a scratch folder, in memory when it can:
+// the stations' own folders go there.
+[[maybe_unused]] const bool kScratchIsTemporary = [] {
+  const char* given = std::getenv("NBX_FUZZ_SCRATCH");
+  return given != nullptr && *given != '\0' && ::setenv("TMPDIR", given, 1) == 0;
+}();
 
 }  // namespace
 
-const std::string& ScratchFolder() {
-  static const std::string folder = [] {
-    namespace fs = std::filesystem;
-    if (const char* given = std::getenv("NBX_FUZZ_SCRATCH"); given && *given) {
-      fs::create_directories(given);
-      return std::string(given);
-    }
-    std::string pattern = (fs::temp_directory_path() / "nbx-fuzz-XXXXXX").string();
-    Require(mkdtemp(pattern.data()) != nullptr, "a scratch folder can be made");
-    // A folder of its own making goes when the process ends normally.
-    ownScratchFolder = pattern;
-    std::atexit(RemoveOwnScratchFolder);
-    return pattern;
-  }();
-  return folder;
-}
-
-void WriteFileBytes(const std::string& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
 FuzzStation::FuzzStation() {
-  nm.io.clock = &time;
-  nm.io.timers = &time;
-  nm.io.link = &link;
-  ConnectStages(nm);
-  nm.io.host = &host;
-  nm.config.PortName = "/dev/ttyNBX0";
+  nm.io.link = &hand;
   KeepFilesInScratch();
-  time.onTimer = [this](TimerId id) { OnTimer(nm, id); };
 }
 
 void FuzzStation::Receive(std::string_view bytes) {
-  // A closed port hears nothing.
-  if (!link.open) return;
-  link.pending.append(bytes);
+  if (!hand.open) return;
+  hand.pending.append(bytes);
   OnComm(nm);
-}
-
-void FuzzStation::UseSimulatedBox() {
-  nm.io.link = &boxLink;
-  boxLink.onReceive = [this] { OnComm(nm); };
 }
 
 void FuzzStation::KeepFilesInScratch() {
   Config& c = nm.config;
-  const std::string& folder = ScratchFolder();
-  c.LblPathName = c.LblPathNameCCDAP4 = folder;
-  c.NetPathMaster = c.NetPathRemote = folder;
-  c.GraphImagePath = c.LastMusicDir = folder;
-  c.ScriptPathSAFE = c.ScriptPathUNSAFE = folder;
+  c.LblPathName = c.LblPathNameCCDAP4 = files.path();
+  c.NetPathMaster = c.NetPathRemote = files.path();
+  c.GraphImagePath = c.LastMusicDir = files.path();
+  c.ScriptPathSAFE = c.ScriptPathUNSAFE = files.path();
 }
 
 }  // namespace nbx::fuzz

@@ -4,14 +4,13 @@
 // Input: the store as text (settings_text.h).
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "config/settings_order.h"
 #include "device/link_life.h"
 #include "fuzz_station.h"
-#include "settings_text.h"
+#include "config/memory_settings.h"
 
 namespace {
 
@@ -25,22 +24,42 @@ void KeepInside(std::string& name, const char* plain) {
     name = plain;
 }
 
-void EmptyScratchFolder() {
-  namespace fs = std::filesystem;
-  std::error_code ignored;
-  for (const auto& entry : fs::directory_iterator(fuzz::ScratchFolder(), ignored))
-    fs::remove_all(entry.path(), ignored);
+// The input of the settings-load fuzzer: a store as lines of
+// "Section/Key=text". A first line of a lone "," makes the comma the
+// machine's decimal separator. Lines without "/" or "=" are skipped; the
+// text runs to the end of the line and may hold any byte.
+struct StoreText {
+  MemorySettings store;
+  char decimalSeparator = '.';
+};
+
+StoreText ReadStoreText(std::string_view input) {
+  StoreText out;
+  bool first = true;
+  while (!input.empty()) {
+    const std::size_t end = input.find('\n');
+    const std::string_view line = input.substr(0, end);
+    input = end == std::string_view::npos ? std::string_view() : input.substr(end + 1);
+    if (first && line == ",") out.decimalSeparator = ',';
+    first = false;
+    const std::size_t slash = line.find('/');
+    const std::size_t equals = line.find('=');
+    if (slash == std::string_view::npos || equals == std::string_view::npos || equals < slash)
+      continue;
+    out.store.values[{std::string(line.substr(0, slash)),
+                      std::string(line.substr(slash + 1, equals - slash - 1))}] =
+        std::string(line.substr(equals + 1));
+  }
+  return out;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  fuzz::StoreText text =
-      fuzz::ReadStoreText(std::string_view(reinterpret_cast<const char*>(data), size));
-  const LoadContext load{fuzz::ScratchFolder(), text.decimalSeparator, false};
-  const UnloadContext unload{text.decimalSeparator, false};
-
+  StoreText text = ReadStoreText(std::string_view(reinterpret_cast<const char*>(data), size));
   fuzz::FuzzStation st;
+  const LoadContext load{st.files.path(), text.decimalSeparator, false};
+  const UnloadContext unload{text.decimalSeparator, false};
   LoadSettings(text.store, st.nm, load);
   // The store the unload leaves is one the next load reads to the same
   // settings: a second load and unload write the same texts.
@@ -54,7 +73,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
 
   // A station runs two cycles on the loaded settings, against the simulated box.
-  EmptyScratchFolder();
   st.KeepFilesInScratch();
   Config& c = st.nm.config;
   KeepInside(c.FileName, "Nimbometer");

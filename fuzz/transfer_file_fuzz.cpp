@@ -28,8 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   nm.config.UnitTempStr = (setUp & 8) != 0 ? "F" : "C";
   nm.config.UnitSpeedStr = std::string(1, "KMmk"[(setUp >> 4) & 3]);
   nm.state.IsRunning = true;
-  fuzz::WriteFileBytes(TransferFilePath(nm),
-                       std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1));
+  test::WriteFile(TransferFilePath(nm), std::string(reinterpret_cast<const char*>(data) + 1, size - 1));
 
   const int reads = 1 + (setUp & 3);
   for (int i = 0; i < reads; ++i) {

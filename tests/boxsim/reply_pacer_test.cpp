@@ -7,9 +7,9 @@ namespace {
 
 using Writes = std::vector<std::string>;
 
-TEST(ReplyPacer, BaudRateSpacesBytesByTenBitTimes) {
+TEST(ReplyPacer, BytesGoOutAsTheLineWouldCarryThem) {
   ReplyPacer pacer;
-  pacer.Push("abc", 100, Delivery{1000, false});  // 10 ms a byte
+  pacer.Push("abc", 100, Delivery{1000, false});  // 10 bits a byte: 10 ms
   EXPECT_NEAR(pacer.NextDueSeconds().value_or(0), 100.01, 1e-9);
   EXPECT_TRUE(pacer.TakeDue(100.005).empty());
   EXPECT_EQ(pacer.TakeDue(100.0201), (Writes{"ab"}));
@@ -20,10 +20,8 @@ TEST(ReplyPacer, BaudRateSpacesBytesByTenBitTimes) {
   EXPECT_TRUE(pacer.TakeDue(100.035).empty());
   EXPECT_EQ(pacer.TakeDue(100.0401), (Writes{"d"}));
   EXPECT_TRUE(pacer.Empty());
-}
 
-TEST(ReplyPacer, ByteByByteWritesEachByteAloneAndFastLinesAllAtOnce) {
-  ReplyPacer pacer;
+  // Byte by byte: each byte alone; a fast line: all at once.
   pacer.Push("abc", 0, Delivery{0, true});
   EXPECT_EQ(pacer.TakeDue(1), (Writes{"a", "b", "c"}));
   pacer.Push("abc", 5, Delivery{0, true});

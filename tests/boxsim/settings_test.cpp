@@ -46,7 +46,7 @@ TEST(BoxSettings, AssignmentsTakeGoodValuesAndRefuseTheRest) {
   EXPECT_EQ(box.readings.pressureHpa, 990);
 }
 
-TEST(BoxSettings, ScriptStepsApplyOnceTheirTimeHasCome) {
+TEST(BoxSettings, ScriptStepsApplyOnceTheirTimeHasComeAndFilesAreTakenWhole) {
   Box box;
   box.AddScriptStep(10, "sky=-25");
   box.AddScriptStep(5, "skyraw=-900");
@@ -57,10 +57,9 @@ TEST(BoxSettings, ScriptStepsApplyOnceTheirTimeHasCome) {
   EXPECT_EQ(SkyData(box, 9.99), "-900");
   EXPECT_EQ(SkyData(box, 10), "-3000");
   EXPECT_EQ(box.PendingScriptSteps(), 0u);
-}
 
-TEST(BoxSettings, ScriptFilesAreTakenWholeOrNotAtAll) {
-  Box box;
+  // A script file is taken whole or not at all.
+  box = Box();
   std::string why;
   EXPECT_TRUE(
       LoadScript("# a cloudy night\n"

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 #include "support/station_programs.h"
 
 namespace nbx::test {
@@ -20,21 +18,22 @@ bool GivenUp(const std::string& line) { return IsUnsafe(line) && Number(line, "s
 // Stops the station and reads what it printed last; one data line is due
 // for every summary line, but for a cycle cut short by the Stop.
 void StopAndExpectALinePerCycle(StationProgram& station, const std::string& csv) {
-  station.process.Signal(SIGTERM);
-  EXPECT_EQ(station.process.Wait(10s), 0);
+  EXPECT_EQ(station.Stop(), 0);
   std::string line;
   while (station.NextCycle(line, 200ms)) {
   }
   const DataFile file = ReadDataFile(csv);
   EXPECT_TRUE(file.whole) << file.lastLine;
+  EXPECT_EQ(file.headers, 1);
   EXPECT_GE(file.dataLines, station.cycles - 1);
   EXPECT_LE(file.dataLines, station.cycles);
 }
 
+// The same run ends with SIGTERM in the middle of a cycle.
 TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
   TempDir dir;
   // At 9600 baud a cycle lasts about a second: long enough to be cut.
-  BoxProgram box(dir, {"--baud", "9600", "rain=3300"});
+  BoxProgram box(dir, {"--baud", "9600", "rain=3300", "serial=4711"});
   ASSERT_TRUE(box.ready);
   StationProgram station(
       dir, MasterSettings(box.link, dir.File("out"), {{"Communication", {{"RefreshPeriod", "2"}}}}));
@@ -56,7 +55,17 @@ TEST(LinkFaults, AnAdapterPulledOutMidCycleComesBackUnderTheSamePath) {
       << line;
   EXPECT_FALSE(IsUnsafe(line)) << line;
 
+  // The samples of a cycle are on the wire when the signal comes.
+  const std::size_t before = box.Commands().size();
+  ASSERT_TRUE(box.WaitForCommand("C", before, 5s));
   StopAndExpectALinePerCycle(station, dir.File("out/night.csv"));
+  // The heater's resting command is the last the box hears.
+  EXPECT_TRUE(box.WaitForCommand("P0102", before, 3s));
+  EXPECT_EQ(box.Commands().back(), "P0102");
+  // The settings were written back: the serial the box told in this run is there.
+  const std::string ini = ReadFile(station.settings);
+  EXPECT_NE(ini.find("SerialNo=4711"), std::string::npos) << ini;
+  EXPECT_NE(ini.find("PortName=" + box.link), std::string::npos);
 }
 
 TEST(LinkFaults, ABoxWithTheWrongFirmwareIsAskedAgainAndReadAsItSays) {

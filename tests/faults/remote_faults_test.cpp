@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <cmath>
-#include <csignal>
 #include <filesystem>
 
 #include "core/serial_date.h"
@@ -140,8 +139,7 @@ TEST(RemoteFaults, ATransferFileTruncatedReplacedByAFolderOrLockedIsSurvived) {
   EXPECT_TRUE(Mirrored(lines.back(), -22, correction)) << lines.back();
   ::close(fd);
 
-  remote.process.Signal(SIGTERM);
-  EXPECT_EQ(remote.process.Wait(10s), 0);
+  EXPECT_EQ(remote.Stop(), 0);
 }
 
 }  // namespace

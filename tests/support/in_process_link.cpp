@@ -4,14 +4,12 @@
 
 namespace nbx::test {
 
-bool InProcessLink::Open(const std::string& device, const std::string&, std::string& errorText) {
+bool InProcessLink::Open(const std::string&, const std::string&, std::string& errorText) {
   if (!present_) {
     errorText = "No such file or directory";
     return false;
   }
-  lastDevice = device;
   open_ = true;
-  ++opens;
   ++session_;
   input_.clear();
   return true;
@@ -36,27 +34,22 @@ std::string InProcessLink::ReadAll() {
 
 bool InProcessLink::Write(std::string_view bytes) {
   if (!open_) return false;
-  const double nowSeconds = static_cast<double>(time_.NowMs()) / 1000.0;
-  std::string reply = box_.Receive(bytes, nowSeconds);
+  const std::string reply = box_.Receive(bytes, static_cast<double>(time_.NowMs()) / 1000.0);
   const int baud = box_.delivery.baud;
   // The command itself takes its time on the wire before the box can answer.
   const std::int64_t perByteUs = baud > 0 ? 10'000'000 / baud : 0;
-  std::int64_t startUs = std::max(time_.NowMs(), lineFreeAtMs_) * 1000 +
-                         static_cast<std::int64_t>(bytes.size()) * perByteUs + 1000;
+  const std::int64_t startUs = std::max(time_.NowMs(), lineFreeAtMs_) * 1000 +
+                               static_cast<std::int64_t>(bytes.size()) * perByteUs + 1000;
   if (reply.empty()) return true;
-  const std::uint64_t session = session_;
-  if (box_.delivery.byteByByte || baud > 0) {
-    for (std::size_t i = 0; i < reply.size(); ++i) {
-      const std::int64_t atUs = startUs + static_cast<std::int64_t>(i + 1) * std::max<std::int64_t>(perByteUs, 1000);
-      time_.After(atUs / 1000 - time_.NowMs(), [this, b = std::string(1, reply[i]), session] {
-        Deliver(b, session);
-      });
-    }
-    lineFreeAtMs_ = (startUs + static_cast<std::int64_t>(reply.size()) * std::max<std::int64_t>(perByteUs, 1000)) / 1000;
-  } else {
-    time_.After(startUs / 1000 - time_.NowMs(), [this, reply, session] { Deliver(reply, session); });
-    lineFreeAtMs_ = startUs / 1000;
+  // A paced reply comes a byte at a time, a millisecond apart at least; otherwise whole.
+  const bool paced = box_.delivery.byteByByte || baud > 0;
+  const std::int64_t gapUs = std::max<std::int64_t>(perByteUs, 1000);
+  for (std::size_t i = 0; i < (paced ? reply.size() : 1); ++i) {
+    const std::int64_t atUs = paced ? startUs + static_cast<std::int64_t>(i + 1) * gapUs : startUs;
+    time_.After(atUs / 1000 - time_.NowMs(),
+                [this, piece = paced ? reply.substr(i, 1) : reply, session = session_] { Deliver(piece, session); });
   }
+  lineFreeAtMs_ = (paced ? startUs + static_cast<std::int64_t>(reply.size()) * gapUs : startUs) / 1000;
   return true;
 }
 

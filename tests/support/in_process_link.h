@@ -29,9 +29,6 @@ class InProcessLink : public SerialLink {
   void Unplug();
   void PlugIn() { present_ = true; }
 
-  std::string lastDevice;
-  int opens = 0;
-
  private:
   void Deliver(std::string bytes, std::uint64_t session);
 

@@ -1,17 +1,11 @@
 #include "support/sim_station.h"
 
-#include <algorithm>
-
 #include "device/link_life.h"
 #include "device/reading_cycle.h"
 #include "device/stage_calls.h"
 #include "device/wire_protocol.h"
 
 namespace nbx::test {
-
-bool RecordingHost::Traced(std::string_view line) const {
-  return std::find(traces.begin(), traces.end(), line) != traces.end();
-}
 
 SimStation::SimStation() {
   nm.io.clock = &time;

@@ -12,14 +12,12 @@
 
 namespace nbx::test {
 
-// The program's surroundings for a test: it keeps what the logic traced and
+// The program's surroundings for a test: it keeps what the logic logged and
 // asked, and waits on virtual time.
 class RecordingHost : public Host {
  public:
   explicit RecordingHost(VirtualTime& time) : time_(time) {}
-  void Trace(std::string_view line) override { traces.emplace_back(line); }
   void DebugInfo(std::string_view message) override { debugLines.emplace_back(message); }
-  void Beep() override { ++beeps; }
   int ShowMessage(std::string_view text, int buttons, std::string_view title) override {
     messages.emplace_back(text);
     return reply != 0 ? reply : Host::ShowMessage(text, buttons, title);
@@ -30,12 +28,8 @@ class RecordingHost : public Host {
   }
   void CycleProcessed() override { ++cyclesProcessed; }
 
-  bool Traced(std::string_view line) const;
-
-  std::vector<std::string> traces;
   std::vector<std::string> debugLines;  // the logic's log lines, in order
   std::vector<std::string> messages;
-  int beeps = 0;
   int cyclesProcessed = 0;
   int reply = 0;                // the answer to a message; 0 gives the default one
   char decimalSeparator = '.';  // the machine's locale

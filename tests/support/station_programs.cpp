@@ -1,6 +1,7 @@
 #include "support/station_programs.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -129,6 +130,11 @@ bool StationProgram::CycleWhere(const std::function<bool(const std::string&)>& h
     if (holds(line)) return true;
   }
   return false;
+}
+
+int StationProgram::Stop() {
+  process.Signal(SIGTERM);
+  return process.Wait(10s);
 }
 
 std::string Field(const std::string& summary, const std::string& name) {

@@ -57,6 +57,8 @@ class StationProgram {
   bool NextCycle(std::string& line, std::chrono::milliseconds timeout = 10s);
   // Reads cycles until `holds` is true for one, at most `cycles` of them.
   bool CycleWhere(const std::function<bool(const std::string&)>& holds, int cycles, std::string& line);
+  // SIGTERM, then the exit code (-1 when it did not end within 10 s).
+  int Stop();
 
   std::string settings, errors;
   ChildProcess process;
