@@ -17,7 +17,7 @@ class ModalScript {
  public:
   using Step = std::function<void(QWidget*)>;
 
-  explicit ModalScript(std::vector<Step> steps) : steps_(std::move(steps)) {
+  explicit ModalScript(std::vector<Step> steps = {}) : steps_(std::move(steps)) {
     QObject::connect(&poll_, &QTimer::timeout, [this] { Poll(); });
     poll_.start(10);
   }
