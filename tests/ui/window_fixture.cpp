@@ -1,11 +1,6 @@
 #include "window_fixture.h"
 
-#include <QCoreApplication>
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
-#include <QDeadlineTimer>
-#include <QEventLoop>
-#include <QThread>
+#include <QTest>
 
 #include "config/settings_order.h"
 #include "station/system_areas.h"
@@ -22,8 +17,8 @@ WindowOnStation::WindowOnStation(const QStringList& boxAssignments)
   nm.config.RefreshPeriod = 1;
   nm.config.LblPathName = dir.path().toStdString();
   nm.config.GraphImagePath = dir.path().toStdString();
-  QString busError;
-  registered = server.Register(QDBusConnection::sessionBus(), busError);
+  QObject::connect(&station, &Station::cycleProcessed, [this] { ++cycles; });
+  QObject::connect(&station, &Station::stopped, [this] { stopped = true; });
   window = std::make_unique<NBXNimbometerForm>(station, store);
   host.setWindow(window.get());
   window->Load();
@@ -32,69 +27,12 @@ WindowOnStation::WindowOnStation(const QStringList& boxAssignments)
 
 WindowOnStation::~WindowOnStation() {
   if (nm.state.IsRunning) {
-    bool stopped = false;
-    QObject::connect(&station, &Station::stopped, [&stopped] { stopped = true; });
+    stopped = false;
     station.Stop();
-    WaitUntil([&] { return stopped; }, 10000);
+    (void)QTest::qWaitFor([this] { return stopped; }, 10000);
   }
   window.reset();
   nm.io.host = &station.host();
-}
-
-bool WindowOnStation::WaitUntil(const std::function<bool()>& done, int maxMs) {
-  const QDeadlineTimer deadline(maxMs);
-  while (!done() && !deadline.hasExpired()) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    QThread::msleep(5);
-  }
-  return done();
-}
-
-namespace {
-int clients = 0;
-}  // namespace
-
-Client::Client()
-    : name_(QStringLiteral("window-client-%1").arg(++clients)),
-      connection_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)) {}
-
-Client::~Client() { QDBusConnection::disconnectFromBus(name_); }
-
-QDBusMessage Client::Call(const QString& member, const QVariantList& args) {
-  QDBusMessage call = QDBusMessage::createMethodCall(AutomationServiceName, "/Nimbometer",
-                                                     AutomationServiceName, member);
-  call.setArguments(args);
-  QDBusPendingCall pending = connection_.asyncCall(call, 20000);
-  QDBusPendingCallWatcher watcher(pending);
-  QEventLoop loop;
-  QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-  if (!pending.isFinished()) loop.exec();
-  return pending.reply();
-}
-
-QVariant Client::Get(const QString& property) {
-  QDBusMessage call = QDBusMessage::createMethodCall(AutomationServiceName, "/Nimbometer",
-                                                     "org.freedesktop.DBus.Properties", "Get");
-  call.setArguments({QString(AutomationServiceName), property});
-  QDBusPendingCall pending = connection_.asyncCall(call, 20000);
-  QDBusPendingCallWatcher watcher(pending);
-  QEventLoop loop;
-  QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-  if (!pending.isFinished()) loop.exec();
-  const QDBusMessage reply = pending.reply();
-  if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return {};
-  return reply.arguments().front().value<QDBusVariant>().variant();
-}
-
-void Client::Set(const QString& property, const QVariant& value) {
-  QDBusMessage call = QDBusMessage::createMethodCall(AutomationServiceName, "/Nimbometer",
-                                                     "org.freedesktop.DBus.Properties", "Set");
-  call.setArguments({QString(AutomationServiceName), property, QVariant::fromValue(QDBusVariant(value))});
-  QDBusPendingCall pending = connection_.asyncCall(call, 20000);
-  QDBusPendingCallWatcher watcher(pending);
-  QEventLoop loop;
-  QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-  if (!pending.isFinished()) loop.exec();
 }
 
 }  // namespace nbx::test

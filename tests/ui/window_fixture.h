@@ -1,12 +1,8 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QTemporaryDir>
-#include <QVariant>
 #include <memory>
 
-#include "automation/dbus/automation_server.h"
 #include "station/settings_store.h"
 #include "station/simulated_box.h"
 #include "station/station.h"
@@ -15,11 +11,10 @@
 
 namespace nbx::test {
 
-// The main window on a real station: its own settings file, the simulated
-// box on a pseudo-terminal, and the automation object on the session bus.
+// The main window on a real station: its own settings file and folder, and
+// the simulated box on a pseudo-terminal, told `box` ("sky=-25").
 class WindowOnStation {
  public:
-  // `box` are the simulated box's assignments ("sky=-25").
   explicit WindowOnStation(const QStringList& box = {});
   ~WindowOnStation();
 
@@ -27,8 +22,6 @@ class WindowOnStation {
   T* Find(const QString& name) {
     return window->findChild<T*>(name);
   }
-  // Lets the event loop run until `done` or `maxMs` has passed.
-  static bool WaitUntil(const std::function<bool()>& done, int maxMs = 20000);
 
   QTemporaryDir dir;
   IniSettings store;
@@ -36,25 +29,9 @@ class WindowOnStation {
   Nimbometer& nm = station.nm();
   SimulatedBox box;
   WindowHost host{station.host()};
-  AutomationServer server{station.nm()};
-  bool registered = false;
   std::unique_ptr<NBXNimbometerForm> window;
-};
-
-// A client of the automation object on a connection of its own; each call
-// lets the event loop run until its reply is in, as the object answers on
-// this same thread.
-class Client {
- public:
-  Client();
-  ~Client();
-  QDBusMessage Call(const QString& member, const QVariantList& args = {});
-  QVariant Get(const QString& property);
-  void Set(const QString& property, const QVariant& value);
-
- private:
-  QString name_;
-  QDBusConnection connection_;
+  int cycles = 0;        // cycles processed so far
+  bool stopped = false;  // the last Stop has finished
 };
 
 }  // namespace nbx::test

@@ -4,43 +4,42 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 
+#include "support/child_process.h"
 #include "ui/help/manual.h"
 
 namespace nbx {
 namespace {
 
-QString Read(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+const QString folder = NBX_MANUAL_SOURCE;
+
+QString Read(const QString& page) {
+  return QString::fromStdString(test::ReadFile((folder + "/" + page).toStdString()));
 }
 
 // True when the page exists and, with an anchor, holds that id.
-bool Resolves(const QString& folder, const QString& link) {
-  const QString page = link.section('#', 0, 0), anchor = link.section('#', 1);
-  const QString html = Read(folder + "/" + page);
+bool Resolves(const QString& link) {
+  const QString html = Read(link.section('#', 0, 0)), anchor = link.section('#', 1);
   return !html.isEmpty() && (anchor.isEmpty() || html.contains("id=\"" + anchor + "\""));
 }
 
 TEST(Manual, EveryTabHasItsPageAndEveryLinkResolves) {
-  const QString folder = NBX_MANUAL_SOURCE;
   // The window's help contexts: contents, the tabs, the sub-tabs of "Setup".
-  QStringList pages;
-  for (int context : {0, 2001, 2002, 2003, 2004, 2051, 2052, 2053, 2054, 2055, 2061})
+  QSet<QString> pages;
+  for (int context : {0, 2001, 2002, 2003, 2004, 2051, 2052, 2053, 2054, 2055, 2061}) {
     pages << ManualPageForContext(context);
-  EXPECT_EQ(QSet<QString>(pages.begin(), pages.end()).size(), 11) << "a page or anchor each";
-  for (const QString& page : pages) EXPECT_TRUE(Resolves(folder, page)) << page.toStdString();
-
+    EXPECT_TRUE(Resolves(ManualPageForContext(context))) << context;
+  }
+  EXPECT_EQ(pages.size(), 11) << "a page or anchor each";
   const QRegularExpression href("href=\"([^\":]+)\"");
   for (const QString& file : QDir(folder).entryList({"*.html"})) {
-    const QString html = Read(folder + "/" + file);
+    const QString html = Read(file);
     EXPECT_TRUE(html.contains("<title>")) << file.toStdString();
     for (auto m = href.globalMatch(html); m.hasNext();) {
-      QString link = m.next().captured(1);
-      if (link.startsWith('#')) link = file + link;
-      EXPECT_TRUE(Resolves(folder, link)) << file.toStdString() << " -> " << link.toStdString();
+      const QString link = m.next().captured(1);
+      EXPECT_TRUE(Resolves(link.startsWith('#') ? file + link : link))
+          << file.toStdString() << " -> " << link.toStdString();
     }
   }
 }

@@ -17,29 +17,23 @@ class ModalScript {
  public:
   using Step = std::function<void(QWidget*)>;
 
-  explicit ModalScript(std::vector<Step> steps) : steps_(std::move(steps)) {
-    QObject::connect(&poll_, &QTimer::timeout, [this] { Poll(); });
+  explicit ModalScript(std::vector<Step> steps = {}) : steps_(std::move(steps)) {
+    QObject::connect(&poll_, &QTimer::timeout, [this] {
+      QWidget* modal = QApplication::activeModalWidget();
+      if (!modal || modal == handled_) return;
+      handled_ = modal;
+      if (auto* text = modal->findChild<QLabel*>("ERR_Description")) messages << text->text();
+      if (next_ < steps_.size()) return steps_[next_++](modal);
+      ++unexpected;
+      QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
     poll_.start(10);
   }
 
   QStringList messages;
   int unexpected = 0;
-  bool done() const { return next_ == steps_.size(); }
 
  private:
-  void Poll() {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || modal == handled_) return;
-    handled_ = modal;
-    if (auto* text = modal->findChild<QLabel*>("ERR_Description")) messages << text->text();
-    if (next_ < steps_.size()) {
-      steps_[next_++](modal);
-    } else {
-      ++unexpected;
-      QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-    }
-  }
-
   std::vector<Step> steps_;
   std::size_t next_ = 0;
   QPointer<QWidget> handled_;
@@ -50,10 +44,7 @@ class ModalScript {
 // that a window it opens runs its own loop outside the script's.
 inline void Click(QWidget* window, const QString& caption) {
   for (QPushButton* button : window->findChildren<QPushButton*>())
-    if (button->text() == caption) {
-      QMetaObject::invokeMethod(button, "click", Qt::QueuedConnection);
-      return;
-    }
+    if (button->text() == caption) return (void)QMetaObject::invokeMethod(button, "click", Qt::QueuedConnection);
 }
 
 // A step: the button of that caption is pressed.

@@ -5,7 +5,6 @@
 
 #include <QAction>
 #include <QProcess>
-#include <QWidget>
 
 #include "automation/client_panel.h"
 #include "core/nimbometer.h"
@@ -20,41 +19,35 @@
 namespace nbx {
 namespace {
 
-QStringList VisibleEntries(QMenu* menu) {
-  QStringList entries;
-  for (QAction* action : menu->actions())
-    if (action->isVisible() && !action->isSeparator())
-      entries << action->objectName() + (action->isEnabled() ? "" : "(off)");
-  return entries;
-}
-
-TEST(Tray, TipAndMenuFollowTheRunAndTheClients) {
+TEST(Tray, TipMenuAndCloseFollowTheRunAndTheClients) {
   Station station;
   Nimbometer& nm = station.nm();
   QWidget window;
-  window.show();
   TrayIcon tray(station, &window, "NBX_Nimbometer (v7.00.000)");
+  CloseGuard guard(nm, &window);
   nm.display.BarCloud[2] = {"Cloudy", 0, 0x00FFFF};
   nm.display.BarRain[2].Caption = "Dry";
   nm.display.BarDay[2].Caption = "Dark";
-
-  struct Case {
-    bool running;
-    int clients;
-    const char* tip;
-    QStringList entries;
-  } cases[] = {
+  const std::string sky = "NBX_Nimbometer: Cloudy-Dry-Dark";
+  const QStringList stoppable = {"mPopStop", "mPopMinimize", "mPopRestore(off)", "mPopExit"};
+  const QStringList attached = {"mPopMinimize", "mPopRestore(off)"};
+  struct Case { bool running; int clients; std::string tip; QStringList entries; } cases[] = {
       {false, 0, "NBX_Nimbometer (v7.00.000)", {"mPopStart", "mPopMinimize", "mPopRestore(off)", "mPopExit"}},
-      {true, 0, "NBX_Nimbometer: Cloudy-Dry-Dark", {"mPopStop", "mPopMinimize", "mPopRestore(off)", "mPopExit"}},
-      {true, 1, "NBX_Nimbometer: Cloudy-Dry-Dark", {"mPopMinimize", "mPopRestore(off)"}},
-      {true, 0, "NBX_Nimbometer: Cloudy-Dry-Dark", {"mPopStop", "mPopMinimize", "mPopRestore(off)", "mPopExit"}},
-  };
+      {true, 0, sky, stoppable}, {true, 1, sky, attached}, {true, 2, sky, attached}, {true, 0, sky, stoppable}};
   for (const Case& c : cases) {
+    window.show();
     nm.state.IsRunning = c.running;
-    if (c.clients != nm.state.COMNoUsers) RegisterUsers(nm, c.clients - nm.state.COMNoUsers);
+    RegisterUsers(nm, c.clients - nm.state.COMNoUsers);
     tray.Update();
+    guard.Refresh();
     EXPECT_EQ(tray.toolTip().toStdString(), c.tip);
-    EXPECT_EQ(VisibleEntries(tray.menu()), c.entries);
+    QStringList entries;
+    for (QAction* action : tray.menu()->actions())
+      if (action->isVisible() && !action->isSeparator())
+        entries << action->objectName() + (action->isEnabled() ? "" : "(off)");
+    EXPECT_EQ(entries, c.entries);
+    EXPECT_EQ(guard.closeButtonShown(), c.clients == 0);
+    EXPECT_EQ(window.close(), c.clients == 0) << c.clients << " clients";
   }
   // The icon takes the colour of the sky's condition (blue in the high byte).
   EXPECT_EQ(tray.icon().pixmap(32).toImage().pixelColor(16, 16), QColor(255, 255, 0));
@@ -67,24 +60,6 @@ TEST(Tray, TipAndMenuFollowTheRunAndTheClients) {
   EXPECT_FALSE(window.isMinimized());
 }
 
-TEST(Tray, CloseRefusedWhileAClientIsAttached) {
-  Station station;
-  Nimbometer& nm = station.nm();
-  QWidget window;
-  CloseGuard guard(nm, &window);
-  struct Step {
-    int delta;
-    bool closes;
-  } steps[] = {{+1, false}, {+1, false}, {-1, false}, {-1, true}};
-  for (const Step& step : steps) {
-    window.show();
-    RegisterUsers(nm, step.delta);
-    guard.Refresh();
-    EXPECT_EQ(guard.closeButtonShown(), step.closes);
-    EXPECT_EQ(window.close(), step.closes) << nm.state.COMNoUsers << " clients";
-  }
-}
-
 TEST(Autostart, EntryWrittenValidAndRemoved) {
   test::TempDir home;
   qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(home.path()));
@@ -92,8 +67,8 @@ TEST(Autostart, EntryWrittenValidAndRemoved) {
   for (const QString& program : {QString("/usr/bin/nimbometer"), QString("/opt/my station/nimbo$meter")}) {
     ASSERT_TRUE(ApplyStartWithSession(nullptr, true, program));
     EXPECT_EQ(QProcess::execute("desktop-file-validate", {entry}), 0) << program.toStdString();
-    EXPECT_TRUE(test::ReadFile(entry.toStdString()).find("Exec=" + StartWithSessionCommand(program).toStdString()) !=
-                std::string::npos);
+    EXPECT_NE(test::ReadFile(entry.toStdString()).find("Exec=" + StartWithSessionCommand(program).toStdString()),
+              std::string::npos);
     ASSERT_TRUE(ApplyStartWithSession(nullptr, false, program));
     EXPECT_FALSE(HasRunEntry(RunEntryName));
   }

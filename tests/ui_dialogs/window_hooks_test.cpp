@@ -18,28 +18,25 @@
 namespace nbx {
 namespace {
 
-TEST(WindowDialogs, EachHookOpensItsWindow) {
+TEST(WindowDialogs, NewInstallationAskedAtLoadThenEachHookOpensItsWindow) {
   test::TempDir dir;
   IniSettings store(QString::fromStdString(dir.File("station.ini")));
   Station station;
-  station.nm().state.DeviceInitialized = 2;  // set up: no first-start question
   NBXNimbometerForm window(station, store);
   new WindowDialogs(window, station);
-  window.Load();
-  window.show();
-  QTest::qWait(50);
+  {
+    test::ModalScript script({test::Press("No")});
+    window.Load();
+    window.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return station.nm().state.DeviceInitialized == 1; }, 5000));
+    EXPECT_FALSE(station.nm().IsMaster());
+    EXPECT_EQ(script.messages, QStringList{"Is this the MASTER installation ?"});
+  }
 
   auto rightClick = [&window](const char* control) {
-    return [&window, control] {
-      QWidget* target = window.findChild<QWidget*>(control);
-      ASSERT_NE(target, nullptr) << control;
-      QTest::mouseRelease(target, Qt::RightButton);
-    };
+    return [&window, control] { QTest::mouseRelease(window.findChild<QWidget*>(control), Qt::RightButton); };
   };
-  struct Case {
-    std::function<void()> open;
-    const char* dialog;
-  } cases[] = {
+  struct Case { std::function<void()> open; const char* dialog; } cases[] = {
       {[&] { emit window.legendRequested(); }, "NBXLegend"},
       {[&] { emit window.factorWindowRequested(); }, "NBXTempFactorGraph"},
       {[&] { emit window.fileStructureRequested(); }, "NBXFileStructForm"},
@@ -61,28 +58,11 @@ TEST(WindowDialogs, EachHookOpensItsWindow) {
 
   // "Start && Connect" also starts the program with the session.
   qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(dir.path()));
-  auto* startApp = window.findChild<QCheckBox*>("CheckStartApp");
-  ASSERT_NE(startApp, nullptr);
   for (bool on : {true, false}) {
-    startApp->click();
+    window.findChild<QCheckBox*>("CheckStartApp")->click();
     EXPECT_EQ(HasRunEntry(RunEntryName), on);
   }
   qunsetenv("XDG_CONFIG_HOME");
-}
-
-TEST(WindowDialogs, NewInstallationAsksAtTheWindowsLoad) {
-  test::TempDir dir;
-  IniSettings store(QString::fromStdString(dir.File("station.ini")));
-  Station station;
-  NBXNimbometerForm window(station, store);
-  new WindowDialogs(window, station);
-  test::ModalScript script({test::Press("No")});
-  window.Load();
-  window.show();
-  for (int i = 0; i < 500 && station.nm().state.DeviceInitialized != 1; ++i) QTest::qWait(10);
-  EXPECT_EQ(station.nm().state.DeviceInitialized, 1);
-  EXPECT_FALSE(station.nm().IsMaster());
-  EXPECT_EQ(script.messages, QStringList{"Is this the MASTER installation ?"});
 }
 
 }  // namespace
