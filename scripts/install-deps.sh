@@ -25,6 +25,9 @@ packages=(
   desktop-file-utils
   # gdbus, the foreign client of the automation tests
   libglib2.0-bin
+  # the Debian package: its dependencies, icons rendered from the SVG, and the
+  # checks of its metainfo and of the package as a whole
+  dpkg-dev librsvg2-bin appstream lintian file
 )
 
 missing=()
