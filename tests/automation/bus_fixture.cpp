@@ -72,11 +72,10 @@ bool WaitUntil(const std::function<bool()>& done, int maxMs) {
   return done();
 }
 
-BusClient::BusClient()
+BusClient::BusClient(const QString& address)
     : name_(NextConnectionName("client")),
-      connection_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)) {}
-
-BusClient::~BusClient() { Leave(); }
+      connection_(address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)
+                                    : QDBusConnection::connectToBus(address, name_)) {}
 
 QDBusMessage BusClient::Call(const QString& member, const QVariantList& args) {
   return CallOn(QStringLiteral("/Nimbometer"), QStringLiteral("NBX_Nimbometer.Nimbometer"), member, args);
@@ -117,7 +116,5 @@ ServedStation::ServedStation() : connectionName_(NextConnectionName("station")) 
       QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_);
   registered = server.Register(connection, registerError);
 }
-
-ServedStation::~ServedStation() { QDBusConnection::disconnectFromBus(connectionName_); }
 
 }  // namespace nbx::test

@@ -20,19 +20,17 @@ std::string ConfigHome();
 // Lets the event loop run until `done` or `maxMs` has passed.
 bool WaitUntil(const std::function<bool()>& done, int maxMs = 10000);
 
-// A program on the bus with a connection of its own, calling the automation
-// object as any client would. The object answers on the same thread, so each
-// call is sent and the event loop runs until the reply is in.
+// A program with a connection of its own to the session bus, or to the bus at
+// `address`, calling the automation object as any client would. The object
+// may answer on this thread: each call runs the event loop until its reply.
 class BusClient {
  public:
-  BusClient();
-  ~BusClient();
+  explicit BusClient(const QString& address = {});
+  ~BusClient() { Leave(); }
   BusClient(const BusClient&) = delete;
   BusClient& operator=(const BusClient&) = delete;
 
-  bool Connected() const { return connection_.isConnected(); }
-
-  // A method of the class, or of `interface` on `path`.
+  QDBusConnection& Bus() { return connection_; }
   QDBusMessage Call(const QString& member, const QVariantList& args = {});
   QDBusMessage CallOn(const QString& path, const QString& interface, const QString& member,
                       const QVariantList& args = {});
@@ -60,11 +58,11 @@ class FakeSound : public SoundPlayer {
 };
 
 // A simulated station on virtual time whose automation object is on the
-// bus, on a connection of its own, under the well-known name.
+// session bus under the well-known name, on a connection of its own.
 class ServedStation {
  public:
   ServedStation();
-  ~ServedStation();
+  ~ServedStation() { QDBusConnection::disconnectFromBus(connectionName_); }
 
   SimStation st;
   FakeSound sound;
@@ -77,12 +75,15 @@ class ServedStation {
   QString connectionName_;
 };
 
-// A served station and a client of it, the settings, site and window at hand.
-class OnTheBus : public ::testing::Test {
+// A served station and a client of it, the settings, site and window at hand;
+// started and through its first cycles when `running`.
+template <bool running>
+class OnTheBusAt : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(station.registered) << station.registerError.toStdString();
-    ASSERT_TRUE(client.Connected()) << "no session bus: run inside dbus-run-session";
+    ASSERT_TRUE(client.Bus().isConnected()) << "no session bus: run inside dbus-run-session";
+    if (running) station.st.StartAndRunFirstCycles();
   }
   ServedStation station;
   BusClient client;
@@ -90,14 +91,7 @@ class OnTheBus : public ::testing::Test {
   SiteState& s = station.nm.state;
   Display& d = station.nm.display;
 };
-
-// The same, the station started and through its first cycles.
-class OnTheBusRunning : public OnTheBus {
- protected:
-  void SetUp() override {
-    ASSERT_NO_FATAL_FAILURE(OnTheBus::SetUp());
-    station.st.StartAndRunFirstCycles();
-  }
-};
+using OnTheBus = OnTheBusAt<false>;
+using OnTheBusRunning = OnTheBusAt<true>;
 
 }  // namespace nbx::test

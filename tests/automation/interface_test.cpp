@@ -6,24 +6,48 @@
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusVariant>
+#include <QXmlStreamReader>
 #include <limits>
+#include <map>
 
 #include "bus_fixture.h"
-#include "interface_shape.h"
-#include "support/child_process.h"
 
 namespace nbx {
 namespace {
 
-using test::BusClient;
-
 const QString Nimbometer = QStringLiteral("NBX_Nimbometer.Nimbometer");
 const QString Form = QStringLiteral("NBX_Nimbometer.NBXNimbometerForm");
 
-QString Introspect(BusClient& client, const QString& path) {
-  const QDBusMessage reply = client.CallOn(path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
-                                           QStringLiteral("Introspect"));
-  return reply.arguments().value(0).toString();
+// What a description says of one interface: a line per member ("property
+// Safe b read", "method NBX_LocalControl in b flg, in s sLabel,") and the
+// property types by name.
+struct Shape {
+  std::vector<std::string> members;
+  std::map<std::string, std::string> types;
+};
+
+Shape ReadShape(const QString& xml, const QString& interface) {
+  Shape shape;
+  bool inside = false;
+  QXmlStreamReader reader(xml);
+  while (!reader.atEnd()) {
+    reader.readNext();
+    const auto tag = reader.name();
+    const auto attr = [&](const char* name) {
+      return reader.attributes().value(QLatin1String(name)).toString().toStdString();
+    };
+    if (tag == u"interface") inside = reader.isStartElement() && attr("name") == interface.toStdString();
+    if (!inside || !reader.isStartElement()) continue;
+    if (tag == u"property") {
+      shape.members.push_back("property " + attr("name") + " " + attr("type") + " " + attr("access"));
+      shape.types[attr("name")] = attr("type");
+    } else if (tag == u"method") {
+      shape.members.push_back("method " + attr("name"));
+    } else if (tag == u"arg") {
+      shape.members.back() += " " + attr("direction") + " " + attr("type") + " " + attr("name") + ",";
+    }
+  }
+  return shape;
 }
 
 std::string SignatureOf(const QVariant& value) {
@@ -33,8 +57,10 @@ std::string SignatureOf(const QVariant& value) {
   return signature ? signature : "?";
 }
 
+// The bus's own errors by their last word, ours by their whole name.
 QString ErrorOf(const QDBusMessage& reply) {
-  return reply.type() == QDBusMessage::ErrorMessage ? reply.errorName() : QStringLiteral("no error");
+  return reply.type() == QDBusMessage::ErrorMessage ? reply.errorName().remove("org.freedesktop.DBus.Error.")
+                                                    : QStringLiteral("no error");
 }
 
 using AutomationInterface = test::OnTheBusRunning;
@@ -43,52 +69,48 @@ using AutomationInterface = test::OnTheBusRunning;
 // against: a member missing from the object, or of another type or access,
 // fails here.
 TEST_F(AutomationInterface, TheBusDescribesAndReadsExactlyTheDescriptionInTheSourceTree) {
-  const auto expected = test::ReadShapes(QString::fromStdString(test::ReadFile(NBX_AUTOMATION_XML)), "/");
+  const QString xml = QString::fromStdString(test::ReadFile(NBX_AUTOMATION_XML));
+  const auto introspect = [&](const QString& path) {
+    return client.CallOn(path, "org.freedesktop.DBus.Introspectable", "Introspect").arguments().value(0).toString();
+  };
   for (const auto& [path, face] : {std::pair{QStringLiteral("/Nimbometer"), Nimbometer},
                                    std::pair{QStringLiteral("/Nimbometer/Form"), Form}}) {
-    const std::string key = path.toStdString() + "|" + face.toStdString();
-    const auto& shape = expected.at(key);
-    EXPECT_EQ(test::ReadShapes(Introspect(client, path), path.toStdString()).at(key).members, shape.members);
-    for (const auto& [name, type] : shape.propertyTypes) {
+    const Shape expected = ReadShape(xml, face);
+    EXPECT_EQ(ReadShape(introspect(path), face).members, expected.members);
+    for (const auto& [name, type] : expected.types) {
       const QVariant value = client.Get(QString::fromStdString(name), path, face);
       ASSERT_TRUE(value.isValid()) << name;
       EXPECT_EQ(SignatureOf(value), type) << name;
     }
   }
-  EXPECT_GT(expected.at("/Nimbometer|NBX_Nimbometer.Nimbometer").propertyTypes.size(), 120u);
-  EXPECT_TRUE(Introspect(client, "/Nimbometer").contains(QStringLiteral("<node name=\"Form\"/>")));
+  EXPECT_GT(ReadShape(xml, Nimbometer).types.size(), 120u);
+  EXPECT_TRUE(introspect("/Nimbometer").contains(QStringLiteral("<node name=\"Form\"/>")));
   // Reads through the window object reach what the class does not offer.
   EXPECT_EQ(client.Get("NBX_HumidityCondition", "/Nimbometer/Form", Form).toInt(), s.NBX_HumidityCondition);
   EXPECT_EQ(client.Get("MForm").value<QDBusObjectPath>().path(), QStringLiteral("/Nimbometer/Form"));
 }
 
 TEST_F(AutomationInterface, WrongCallsGetErrorRepliesAndTheCyclesGoOn) {
-  // The bus's own errors by their last word, ours by their whole name.
-  const auto error = [](const QDBusMessage& reply) {
-    return ErrorOf(reply).remove(QStringLiteral("org.freedesktop.DBus.Error."));
+  const double dry = c.RainLimit[0];
+  const std::pair<QDBusMessage, const char*> rows[] = {
+      {client.Call("NoSuchMember"), "UnknownMethod"},
+      {client.Call("NBX_GraphArrayFirstElem", {QStringLiteral("one")}), "InvalidArgs"},
+      {client.Call("NBX_GraphArrayFirstElem"), "InvalidArgs"},
+      {client.Call("NBX_SetSwitch", {QVariant::fromValue<qlonglong>(1LL << 40)}), "InvalidArgs"},
+      {client.Call("Detach"), "NBX_Nimbometer.Error.NotAttached"},
+      {client.CallOn("/Nimbometer", "NBX_Nimbometer.Other", "Safe"), "UnknownInterface"},
+      {client.Set("ThreshRainDry", QStringLiteral("3000")), "InvalidArgs"},
+      {client.Set("ThreshRainDry", std::numeric_limits<double>::quiet_NaN()), "InvalidArgs"},
+      {client.Set("Safe", true), "PropertyReadOnly"},
+      {client.Set("NoSuchProperty", 1), "UnknownProperty"},
+      // A number is taken where a number is wanted, whatever its width.
+      {client.Set("AlarmSuspendSound", QVariant::fromValue<uchar>(1)), "no error"},
   };
-  EXPECT_EQ(error(client.Call("NoSuchMember")), "UnknownMethod");
-  EXPECT_EQ(error(client.Call("Safe")), "UnknownMethod");
-  EXPECT_EQ(error(client.Call("NBX_GraphArrayFirstElem", {QStringLiteral("one")})), "InvalidArgs");
-  EXPECT_EQ(error(client.Call("NBX_GraphArrayFirstElem")), "InvalidArgs");
-  EXPECT_EQ(error(client.Call("SetUnSafe", {true, true})), "InvalidArgs");
-  EXPECT_EQ(error(client.Call("NBX_SetSwitch", {QVariant::fromValue<qlonglong>(1LL << 40)})), "InvalidArgs");
-  EXPECT_EQ(error(client.Call("Detach")), "NBX_Nimbometer.Error.NotAttached");
-  EXPECT_EQ(error(client.CallOn("/Nimbometer", "NBX_Nimbometer.Other", "Safe")), "UnknownInterface");
-
-  const double before = c.RainLimit[0];
-  EXPECT_EQ(error(client.Set("ThreshRainDry", QStringLiteral("3000"))), "InvalidArgs");
-  EXPECT_EQ(error(client.Set("ThreshRainDry", std::numeric_limits<double>::quiet_NaN())), "InvalidArgs");
-  EXPECT_EQ(error(client.Set("FileName", 5)), "InvalidArgs");
-  EXPECT_EQ(error(client.Set("Safe", true)), "PropertyReadOnly");
-  EXPECT_EQ(error(client.Set("NoSuchProperty", 1)), "UnknownProperty");
-  EXPECT_FALSE(client.Get("NoSuchProperty").isValid());
-  EXPECT_EQ(c.RainLimit[0], before);
-  // A number is taken where a number is wanted, whatever its width.
+  for (const auto& [reply, error] : rows) EXPECT_EQ(ErrorOf(reply), error) << reply.errorMessage().toStdString();
+  EXPECT_EQ(c.RainLimit[0], dry);
+  EXPECT_EQ(c.SuspendSoundAlarm, 1);
   EXPECT_EQ(ErrorOf(client.Set("ThreshRainDry", 3300)), "no error");
   EXPECT_EQ(c.RainLimit[0], 3300);
-  EXPECT_EQ(ErrorOf(client.Set("AlarmSuspendSound", QVariant::fromValue<uchar>(1))), "no error");
-  EXPECT_EQ(c.SuspendSoundAlarm, 1);
 
   s.NBX_DataReady = false;
   station.st.RunPeriods(1);
@@ -102,10 +124,9 @@ TEST_F(AutomationInterface, SafetyOptionsTakeTheInterfacesAsGuidTexts) {
     return client.Call("GetInterfaceSafetyOptions", {riid}).arguments();
   };
   EXPECT_EQ(options(dispatch), (QVariantList{3, 0}));
-  ASSERT_EQ(ErrorOf(client.Call("SetInterfaceSafetyOptions", {dispatch, 1, 1})), "no error");
-  EXPECT_EQ(options(dispatch), (QVariantList{3, 1}));
-  EXPECT_EQ(options(stream), (QVariantList{3, 0}));
+  EXPECT_EQ(ErrorOf(client.Call("SetInterfaceSafetyOptions", {dispatch, 1, 1})), "no error");
   client.Call("SetInterfaceSafetyOptions", {QStringLiteral("37d84f60-42cb-11ce-8135-00aa004bb851"), 2, 2});
+  EXPECT_EQ(options(dispatch), (QVariantList{3, 1}));
   EXPECT_EQ(options(stream), (QVariantList{3, 2}));
   // Another interface, or an option outside the interface's, is not supported.
   const QDBusMessage unknown =

@@ -68,7 +68,6 @@ TEST(DebugRecord, RemoteLocaleAndAbsentSensors) {
   EXPECT_EQ(lines[1], "Remote reading from [" + site.dir.path() + "/net.dat]");
   EXPECT_EQ(lines[6], "* Clouds:       [-20,125]-> adjusted sky temp: [-18,46]");
   EXPECT_EQ(lines[8], "* Light:  [19,564]");
-  EXPECT_EQ(lines[13], "* Humidity sensor not present");
   EXPECT_EQ(lines[14], "* Pressure sensor not present");
   EXPECT_EQ(lines[22], "Zener [2.54] LDRMaxRes [2000] LDRPullUp [56] Rain Beta [3450] Rain res at 25 [1] Rain pullup [1]");
   EXPECT_EQ(lines[23], "Safe [0]");

@@ -100,20 +100,6 @@ struct Seeded {
   bool Chance(double probability) { return Uniform(0, 1) < probability; }
 };
 
-// The sky (clear, cloudy, overcast) and the rain plate (dry, wet, raining) of
-// a stretch of the night, and the slow things that drift under them.
-struct Weather {
-  int sky = 0, rain = 0;
-  double windKmh = 4, humidity = 60, pressureHpa = 1010;
-  // The soak counts Cloudy, Overcast and Rain as unsafe.
-  bool Unsafe() const { return sky != 0 || rain == 2; }
-  std::string Describe() const {
-    static const char* const skies[] = {"clear", "cloudy", "overcast"};
-    static const char* const rains[] = {"dry", "wet", "raining"};
-    return std::string(skies[sky]) + ", " + rains[rain];
-  }
-};
-
 // Only what the checks need is kept: the verdict lines since the last cycle.
 class SoakHost : public Host {
  public:
@@ -180,9 +166,9 @@ class MonthSoak {
   // One stretch of weather, perhaps with a fault, then clean cycles and the
   // check of the verdict and of the descriptors.
   void RunEpisode() {
-    weather_.sky = random_.Between(0, 2);
+    sky_ = random_.Between(0, 2);
     // Rain comes with a covered sky.
-    weather_.rain = weather_.sky == 0 ? 0 : random_.Between(0, 2);
+    rain_ = sky_ == 0 ? 0 : random_.Between(0, 2);
     ApplyWeather();
     if (random_.Chance(0.65)) {
       const int fault = random_.Between(0, static_cast<int>(faults.size()) - 1);
@@ -198,7 +184,7 @@ class MonthSoak {
 
   // Clear and dry to the end, so that the last cycles are clean.
   void Calm() {
-    weather_.sky = weather_.rain = 0;
+    sky_ = rain_ = 0;
     RunPeriods(kCleanPeriodsBeforeJudging + 10);
     CheckVerdict();
   }
@@ -330,29 +316,26 @@ class MonthSoak {
     const LocalDateTime now = st.nm.Now();
     const double hour = now.hour + now.minute / 60.0;
     boxsim::Box& box = st.box;
-    Weather& w = weather_;
+    boxsim::Readings& r = box.readings;
     const double ambient = 10 + 3 * std::sin((hour - 9) / 24 * 2 * std::numbers::pi) + random_.Uniform(-0.5, 0.5);
     // Every source of the ambient agrees, so the one the program picks does not matter.
     box.SetAmbientCelsius(ambient);
     box.SetSkySensorCelsius(ambient);
     box.SetRainPlateCelsius(ambient + 2);
-    box.readings.humidityTemp = ambient;
+    r.humidityTemp = ambient;
     // With the ambient between 6 and 14 degrees the correction takes 2.0 to
     // 4.8 degrees off the sky: these raw bands land inside Clear (<= -5),
     // Cloudy (-5 .. 0) and Overcast (> 0) with room to spare.
     const double sky[][2] = {{-25, -10}, {0.3, 1.7}, {6, 15}};
-    box.SetSkyCelsius(random_.Uniform(sky[w.sky][0], sky[w.sky][1]));
+    box.SetSkyCelsius(random_.Uniform(sky[sky_][0], sky[sky_][1]));
     // Dry from 3200 up, Wet from 2800, Rain below.
     const double rain[][2] = {{3300, 3700}, {2900, 3100}, {1000, 2600}};
-    box.readings.rainFrequency = std::round(random_.Uniform(rain[w.rain][0], rain[w.rain][1]));
+    r.rainFrequency = std::round(random_.Uniform(rain[rain_][0], rain[rain_][1]));
     const bool daylight = hour > 7.5 && hour < 16.5;
-    box.readings.ldrCounts = daylight ? random_.Uniform(48000, 49990) : random_.Uniform(30000, 45000);
-    w.windKmh = std::clamp(w.windKmh + random_.Uniform(-3, 3), 0.0, 40.0);
-    w.humidity = std::clamp(w.humidity + random_.Uniform(-4, 4), 20.0, 98.0);
-    w.pressureHpa = std::clamp(w.pressureHpa + random_.Uniform(-1, 1), 960.0, 1050.0);
-    box.readings.windKmh = std::round(w.windKmh * 10) / 10;
-    box.readings.humidity = w.humidity;
-    box.readings.pressureHpa = w.pressureHpa;
+    r.ldrCounts = daylight ? random_.Uniform(48000, 49990) : random_.Uniform(30000, 45000);
+    r.windKmh = std::round(std::clamp(r.windKmh + random_.Uniform(-3, 3), 0.0, 40.0) * 10) / 10;
+    r.humidity = std::clamp(r.humidity + random_.Uniform(-4, 4), 20.0, 98.0);
+    r.pressureHpa = std::clamp(r.pressureHpa + random_.Uniform(-1, 1), 960.0, 1050.0);
   }
 
   // The weather drifts every ten periods.
@@ -364,12 +347,14 @@ class MonthSoak {
     }
   }
 
+  // The soak counts Cloudy, Overcast and Rain as unsafe.
   void CheckVerdict() {
     const SiteState& s = st.nm.state;
+    const std::string weather = "sky class " + std::to_string(sky_) + ", rain class " + std::to_string(rain_);
     if (s.CommFailed) {
-      Problem("the link is still down after a clean stretch (" + weather_.Describe() + ")");
-    } else if (s.Value_Unsafe != weather_.Unsafe()) {
-      Problem(std::string(s.Value_Unsafe ? "UNSAFE" : "SAFE") + " under " + weather_.Describe() + ": cloud " +
+      Problem("the link is still down after a clean stretch (" + weather + ")");
+    } else if (s.Value_Unsafe != (sky_ != 0 || rain_ == 2)) {
+      Problem(std::string(s.Value_Unsafe ? "UNSAFE" : "SAFE") + " under " + weather + ": cloud " +
               std::to_string(s.NBX_CloudCondition) + " rain " + std::to_string(s.NBX_RainCondition) + " sky " +
               std::to_string(s.Value_Cloud));
     }
@@ -449,7 +434,7 @@ class MonthSoak {
   };
 
   Seeded random_;
-  Weather weather_;
+  int sky_ = 0, rain_ = 0;  // clear, cloudy, overcast; dry, wet, raining
   bool firstVerdictPending_ = false;
   bool lastVerdict_ = false;
   std::int64_t linesDue_ = 0, verdictLinesDue_ = 0;

@@ -6,8 +6,6 @@
 #include <QCheckBox>
 #include <QListWidget>
 #include <QTest>
-#include <functional>
-#include <memory>
 
 #include "core/nimbometer.h"
 #include "station/settings_store.h"
@@ -34,63 +32,41 @@ void Press(QDialog& dialog, const QString& caption) {
 TEST(Dialogs, OkTakesTheEditsCancelLeavesEverything) {
   test::TempDir sounds;
   test::WriteSilentWave(sounds.File("bell.wav"), 0.1);
-  struct Case {
-    const char* dialog;
-    std::function<std::unique_ptr<QDialog>(Nimbometer&)> openAndEdit;
-    std::function<bool(const Nimbometer&, QDialog&)> edited;
-  } cases[] = {
-      {"limits",
-       [](Nimbometer& nm) {
-         auto d = std::make_unique<TempLimitsDialog>(nm);
-         d->findChild<NumberEntry*>("GraphTempMax")->setValue(45);
-         d->minimum()->setValue(-12);
-         return d;
-       },
-       [](const Nimbometer& nm, QDialog&) { return nm.config.GraphTempMax == 45 && nm.config.GraphTempMin == -12; }},
-      {"factors",
-       [](Nimbometer& nm) {
-         auto d = std::make_unique<TempFactorDialog>(nm);
-         d->field(6)->setValue(-7);
-         return d;
-       },
-       [](const Nimbometer& nm, QDialog&) { return nm.config.CloudTempK6 == -7 && nm.config.CloudTempK1 == 33; }},
-      {"file structure",  // the first column moved down, the third one's print mark off
-       [](Nimbometer& nm) {
-         auto d = std::make_unique<FileStructureDialog>(nm);
-         d->list()->setCurrentRow(0, QItemSelectionModel::NoUpdate);
-         d->MoveCurrent(+1);
-         d->list()->item(2)->setSelected(false);
-         return d;
-       },
-       [](const Nimbometer& nm, QDialog&) {
-         const auto& col = nm.config.FileColumns;
-         return col[0].Cal == 2 && col[0].Hdr == "Time" && col[1].Cal == 1 && col[1].Hdr == "Date" &&
-                col[1].Prt && !col[2].Prt && col[23].Cal == 24;
-       }},
-      {"sound",
-       [&](Nimbometer& nm) {
-         auto d = std::make_unique<SoundDialog>(nm, "");
-         d->OpenFolder(QString::fromStdString(sounds.path()));
-         d->findChild<QListWidget*>("File1")->setCurrentRow(0);
-         d->findChild<QCheckBox*>("ChkRepeat")->setChecked(true);
-         return d;
-       },
-       [&](const Nimbometer& nm, QDialog& d) {
-         return static_cast<SoundDialog&>(d).sound() == sounds.File("bell.wav") + "|repeat" &&
-                nm.config.LastMusicDir == sounds.path();
-       }},
-  };
-  for (const Case& c : cases) {
-    for (const bool ok : {false, true}) {
-      SCOPED_TRACE(std::string(c.dialog) + (ok ? " OK" : " Cancel"));
-      Nimbometer nm;
-      const Config before = nm.config;
-      std::unique_ptr<QDialog> dialog = c.openAndEdit(nm);
+  for (const bool ok : {false, true}) {
+    SCOPED_TRACE(ok ? "OK" : "Cancel");
+    Nimbometer nm;
+    const Config before = nm.config;
+    TempLimitsDialog limits(nm);
+    limits.findChild<NumberEntry*>("GraphTempMax")->setValue(45);
+    limits.minimum()->setValue(-12);
+    TempFactorDialog factors(nm);
+    factors.field(6)->setValue(-7);
+    FileStructureDialog structure(nm);  // the first column moved down, the third one's print mark off
+    structure.list()->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+    structure.MoveCurrent(+1);
+    structure.list()->item(2)->setSelected(false);
+    SoundDialog sound(nm, "");
+    sound.OpenFolder(QString::fromStdString(sounds.path()));
+    sound.findChild<QListWidget*>("File1")->setCurrentRow(0);
+    sound.findChild<QCheckBox*>("ChkRepeat")->setChecked(true);
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&limits, &factors, &structure, &sound}) {
       Press(*dialog, ok ? "OK" : "Cancel");
-      EXPECT_EQ(dialog->result(), ok ? QDialog::Accepted : QDialog::Rejected);
-      EXPECT_TRUE(ok ? c.edited(nm, *dialog) : nm.config == before);
-      EXPECT_FALSE(nm.state.AlarmWindowON);
+      EXPECT_EQ(dialog->result(), ok ? QDialog::Accepted : QDialog::Rejected) << dialog->objectName().toStdString();
     }
+    EXPECT_FALSE(nm.state.AlarmWindowON);
+    if (!ok) {
+      EXPECT_TRUE(nm.config == before);
+      continue;
+    }
+    EXPECT_EQ(nm.config.GraphTempMax, 45);
+    EXPECT_EQ(nm.config.GraphTempMin, -12);
+    EXPECT_EQ(nm.config.CloudTempK6, -7);
+    EXPECT_EQ(nm.config.CloudTempK1, before.CloudTempK1);
+    const auto& col = nm.config.FileColumns;
+    EXPECT_TRUE(col[0].Cal == 2 && col[0].Hdr == "Time" && col[1].Cal == 1 && col[1].Hdr == "Date");
+    EXPECT_TRUE(col[1].Prt && !col[2].Prt && col[23].Cal == 24);
+    EXPECT_EQ(sound.sound(), sounds.File("bell.wav") + "|repeat");
+    EXPECT_EQ(nm.config.LastMusicDir, sounds.path());
   }
 }
 
