@@ -253,6 +253,7 @@ void LoadSwitchesLinkHeaterGraphsAndRoles(SettingsReader& r, Nimbometer& nm, con
   LoadFileColumns(r, c, d);
   LoadLink(r, c, d);
   LoadAlpaca(r, c, d);
+  c.UpdateBaseURL = r.Text("Update", "BaseURL", d.UpdateBaseURL);
   LoadHeater(r, c, d);
   LoadGraphs(r, c, d);
   c.LastMusicDir = r.Text("Window", "LastMusicDir", d.LastMusicDir);

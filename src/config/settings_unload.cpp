@@ -191,6 +191,7 @@ bool UnloadSettings(Settings& store, const Nimbometer& nm, const UnloadContext& 
   for (const FamilyKeys& family : ConditionFamilies) SaveConditionFamily(w, family, c);
   SaveLink(w, c);
   SaveAlpaca(w, c);
+  w.Text("Update", "BaseURL", c.UpdateBaseURL);
   w.Number("Window", "AASL", c.AASL);
   if (context.windowIsNormal) {
     if (c.Left) w.Number("Window", "Left", *c.Left);

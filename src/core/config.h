@@ -55,6 +55,10 @@ struct Config {
   std::int32_t AlpacaDiscovery = 1;
   std::int32_t AlpacaDiscoveryPort = 32227;  // the port Alpaca clients ask; other values for tests
 
+  // --- The update check (section Update): the server that holds the update
+  // files; empty until the user names one, and then nothing is ever fetched
+  std::string UpdateBaseURL;
+
   // --- Units
   std::array<bool, 4> UnitsSpeed{true, false, false, false};  // km/h, mph, m/s, knot
   std::array<bool, 2> UnitsTemp{true, false};                 // C, F

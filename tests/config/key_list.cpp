@@ -12,6 +12,7 @@ const char* const kTables[][2] = {
      "AmbBeta AmbResAt25 Resistance SerialNo Initiliazed"},
     {"Communication", "RefreshPeriod Port Timeout COMTimeout RS232Setup PortName"},
     {"Alpaca", "Enabled Address Port Discovery DiscoveryPort"},
+    {"Update", "BaseURL"},
     {"Limit",
      "UnitsSpeed0 UnitsSpeed1 UnitsSpeed2 UnitsSpeed3 Clear Cloudy Dry Wet Rain> Calm Windy VWindy "
      "Dark Light VLight RHDry RHNormal PresLow PresNormal PresHigh"},

@@ -3,20 +3,26 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTemporaryDir>
+#include <QGroupBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <cstdio>
 #include <cstdlib>
 
 #include "core/nimbometer.h"
+#include "station/settings_store.h"
 #include "station/station.h"
 #include "ui/dialogs/about/about_dialog.h"
 #include "ui/dialogs/device_constants/device_constants.h"
 #include "ui/dialogs/file_structure/file_structure_dialog.h"
 #include "ui/dialogs/legend/legend_dialog.h"
+#include "ui/dialogs/news/news_dialog.h"
 #include "ui/dialogs/sound/sound_dialog.h"
 #include "ui/dialogs/temp_factor/temp_factor_dialog.h"
 #include "ui/dialogs/temp_limits/temp_limits_dialog.h"
+#include "ui/dialogs/update/update_form.h"
 #include "ui/first_run/initial_form.h"
 #include "ui/tray/tray_icon.h"
 #include "ui/widgets/number_entry.h"
@@ -72,6 +78,20 @@ int main(int argc, char* argv[]) {
   ok &= Save(constants, folder, "NBXDeviceConstants");
   nbx::ElectConstDialog elect("3");
   ok &= Save(elect, folder, "NBXElectConst");
+  // The update window after a check that found a newer version; nothing is
+  // fetched, and the news goes to a store of this run only.
+  QTemporaryDir scratchDir;
+  nbx::IniSettings scratch(scratchDir.filePath("pictures.ini"));
+  nbx::UpdateForm update(nm, scratch, folder);
+  update.findChild<QLabel*>("Label1")->setText("7.00.000");
+  update.findChild<QLabel*>("Label2")->setText("7.01.000");
+  update.findChild<QLabel*>("Label3")->setText("Sucessful response");
+  update.findChild<QGroupBox*>("Frame1")->show();
+  ok &= Save(update, folder, "NBXUpdateForm");
+  nbx::NewsDialog news(scratch);
+  news.MsgContent("Version 7.01.000 reads the pressure sensor of the new boxes and keeps the rain "
+                  "heater on through short power cuts.", QRect(0, 0, 420, 300));
+  ok &= Save(news, folder, "NBXDispNews");
   QWidget window;
   nbx::TrayIcon tray(station, &window, "NBX_Nimbometer (v7.00.000)");
   tray.Update();

@@ -98,6 +98,8 @@ void NBXNimbometerForm::BuildMenus() {
     emit helpRequested(0);
   });
   contents->setObjectName("mnuHelp1");
+  QAction* update = help->addAction("Check for &updates ...", this, &NBXNimbometerForm::updateRequested);
+  update->setObjectName("mnuUpdate");
   QAction* about = help->addAction("&About", this, &NBXNimbometerForm::aboutRequested);
   about->setObjectName("mnuAbout");
 }

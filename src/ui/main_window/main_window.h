@@ -64,6 +64,7 @@ class NBXNimbometerForm : public QMainWindow {
   // tabs with their sub-tab.
   int HelpContext() const;
 
+  IniSettings& store() const { return store_; }
   QTabWidget* mainTabs() const { return sstab1_; }
   QTabWidget* setupTabs() const { return sstab3_; }
   QTabWidget* graphTabs() const { return sstab2_; }
@@ -83,6 +84,8 @@ class NBXNimbometerForm : public QMainWindow {
   void factorWindowRequested();
   void helpRequested(int context);
   void aboutRequested();
+  // The update window ("Check for updates ...").
+  void updateRequested();
   // The user data file's column table ("File Structure").
   void fileStructureRequested();
 

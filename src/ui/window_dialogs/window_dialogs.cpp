@@ -21,6 +21,8 @@
 #include "ui/dialogs/file_structure/file_structure_dialog.h"
 #include "ui/dialogs/legend/legend_dialog.h"
 #include "ui/dialogs/temp_factor/temp_factor_dialog.h"
+#include "ui/dialogs/update/update_form.h"
+#include "station/settings_store.h"
 #include "ui/first_run/first_start.h"
 #include "ui/help/manual.h"
 #include "ui/main_window/main_window.h"
@@ -55,6 +57,9 @@ WindowDialogs::WindowDialogs(NBXNimbometerForm& window, Station& station)
     AboutDialog about(VersionNumberText(NBX_VERSION_MAJOR, NBX_VERSION_MINOR, NBX_VERSION_PATCH),
                       window_.windowIcon(), &window_);
     about.exec();
+  });
+  connect(&window, &NBXNimbometerForm::updateRequested, this, [this, &nm] {
+    Open<UpdateForm>(window_, nm, window_.store(), QCoreApplication::applicationDirPath());
   });
   connect(&window, &NBXNimbometerForm::helpRequested, this, [this](int context) {
     if (!OpenManual(context))
