@@ -165,6 +165,8 @@ TEST_F(AutomationMembers, RoleRelayOptionAndCompanionSettingAsTheContractHasThem
   client.Set("NBX_DeviceSwitchCtrl", true);
   EXPECT_EQ(c.SWRole, (std::array<bool, 2>{false, true}));
   EXPECT_FALSE(client.Get("NBX_DeviceSwitchCtrl").toBool());
+  client.Set("NBX_DeviceSwitchCtrl", false);
+  EXPECT_TRUE(client.Get("NBX_DeviceSwitchCtrl").toBool());
   EXPECT_EQ(client.Get("NBX_DeviceRole").toString(), "MASTER");
   c.NMRole = {false, true};
   client.Set("NBX_DeviceSwitchCtrl", true);

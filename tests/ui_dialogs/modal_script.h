@@ -30,6 +30,9 @@ class ModalScript {
     poll_.start(10);
   }
 
+  // Every step has had its window.
+  bool done() const { return next_ == steps_.size(); }
+
   QStringList messages;
   int unexpected = 0;
 

@@ -12,6 +12,7 @@
 #include "station/station.h"
 #include "support/child_process.h"
 #include "ui/main_window/main_window.h"
+#include "ui/main_window/window_host.h"
 #include "ui/window_dialogs/window_dialogs.h"
 #include "ui_dialogs/modal_script.h"
 
@@ -23,7 +24,9 @@ TEST(UpdateWindow, LastUpdateToldOnceAndTheCheckOpensFromHelp) {
   IniSettings store(QString::fromStdString(dir.File("station.ini")));
   Station station;
   station.nm().state.DeviceInitialized = 2;  // set up: no first-start question
-  station.nm().config.LastUpdateMsg = "  Updated to 7.01.000 \r\n";
+  station.nm().config.LastUpdateMsg = " Updated to 7.01.000 ";
+  WindowHost host(station.host());
+  station.nm().io.host = &host;
   NBXNimbometerForm window(station, store);
   new WindowDialogs(window, station);
   QStringList seen;
@@ -45,7 +48,7 @@ TEST(UpdateWindow, LastUpdateToldOnceAndTheCheckOpensFromHelp) {
   ASSERT_NE(check, nullptr);
   EXPECT_EQ(check->text().remove('&'), "Check for updates ...");
   check->trigger();
-  EXPECT_EQ(seen, (QStringList{"NBXError: Last Update Status", "  Updated to 7.01.000 \r\n",
+  EXPECT_EQ(seen, (QStringList{"NBXError: Last Update Status", " Updated to 7.01.000 ",
                                "NBXUpdateForm: Update module"}));
   EXPECT_EQ(script.unexpected, 0);
 }
