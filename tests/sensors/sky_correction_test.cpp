@@ -35,27 +35,19 @@ TEST_F(SkyCorrectionTest, DefaultModelAndWhatBypassesIt) {
 }
 
 TEST_F(SkyCorrectionTest, LowTemperatureTermLinearWithinOneDegreeLogarithmicBeyond) {
-  SkyCoefficients k{0, 50, 0, 100, 100, 20, 30};  // only the term left, centred on 5 degrees
-  EXPECT_EQ(SkyModelCelsius(k, 5), 0);
-  EXPECT_NEAR(SkyModelCelsius(k, 4.25), 0.75, 1e-12);
-  k.K6 = 5;  // within a degree only the sign of K6 counts
-  EXPECT_NEAR(SkyModelCelsius(k, 5.5), -0.5, 1e-12);
-  k.K6 = -5;
-  EXPECT_NEAR(SkyModelCelsius(k, 5.5), 0.5, 1e-12);
-  k.K6 = 20;  // one degree away takes the logarithm, which is 0 there
-  EXPECT_NEAR(SkyModelCelsius(k, 6), -2 * 0.3, 1e-12);
-  EXPECT_NEAR(SkyModelCelsius(k, 4), 2 * 0.3, 1e-12);
-  EXPECT_NEAR(SkyModelCelsius(k, -95), 2 * (2 + 0.3), 1e-12);
+  // Only the term left, centred on 5 degrees. Within a degree only the sign of
+  // K6 counts; one degree away takes the logarithm, which is 0 there.
+  const double cases[][3] = {// K6, ambient, model
+                             {20, 5, 0},    {20, 4.25, 0.75}, {5, 5.5, -0.5}, {-5, 5.5, 0.5},
+                             {20, 6, -0.6}, {20, 4, 0.6},     {20, -95, 4.6}};
+  for (const auto& [k6, ambient, model] : cases)
+    EXPECT_NEAR(SkyModelCelsius({0, 50, 0, 100, 100, k6, 30}, ambient), model, 1e-12) << k6 << " " << ambient;
 }
 
 TEST_F(SkyCorrectionTest, FahrenheitScalesTheCorrectionByNineFifthsOnly) {
   const double celsius = Sky(-12, 14);
   nm.config.UnitTempStr = "F";
-  EXPECT_NEAR(SkyCorrection(nm, 68), SkyModelCelsius({}, 20) * 9 / 5, 1e-12);
-  const double fahrenheit = Sky(-12, 14 * 9.0 / 5 + 32);
-  EXPECT_NEAR(fahrenheit, celsius * 9 / 5 + 32, 1e-9);
-  nm.config.CloudTempFactor = false;
-  EXPECT_EQ(SkyCorrection(nm, 68), 0);
+  EXPECT_NEAR(Sky(-12, 14 * 9.0 / 5 + 32), celsius * 9 / 5 + 32, 1e-9);
 }
 
 TEST_F(SkyCorrectionTest, CoefficientsThatBreakTheModelLeaveTheSkyAsItWas) {
