@@ -117,9 +117,8 @@ TEST_F(WireProtocol, HumidityIsGivenUpOnlyAfterElevenBadTemperatureFrames) {
   EXPECT_EQ(s.Value_HumidityRel, 50);
 
   // Old firmware: 100 is the no-sensor mark.
-  Reply('h', "40");
-  EXPECT_EQ(s.HumidityPresent, 1);
-  EXPECT_DOUBLE_EQ(s.HumidityRelFrame, 44);  // before the correction for the sensor's temperature
+  Reply('h', "40");  // the frame's value is taken before the correction for the sensor's temperature
+  EXPECT_EQ(std::tuple(s.HumidityPresent, s.HumidityRelFrame), std::tuple(1, 44.0));
   Reply('h', "100");
   EXPECT_EQ(s.HumidityPresent, 0);
 }
