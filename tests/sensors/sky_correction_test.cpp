@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "logic_fixture.h"
 #include "sensors/factor_graph.h"
@@ -26,8 +27,7 @@ TEST_F(SkyCorrectionTest, DefaultModelAndWhatBypassesIt) {
   EXPECT_NEAR(Sky(-15, 20), -15 - (6.6 + 0.04 * std::exp(2.0)), 1e-9);
   // No reading (900 and above) passes unchanged whatever the coefficients.
   nm.config.CloudTempK4 = 1e6;
-  EXPECT_EQ(Sky(998, 20), 998);
-  EXPECT_EQ(Sky(900, 20), 900);
+  for (double missing : {998.0, 900.0}) EXPECT_EQ(Sky(missing, 20), missing);
   // The switch off: the sky as read, even with coefficients that break the model.
   ToggleCloudTempFactor(nm);
   EXPECT_FALSE(nm.display.CloudTempFactorFields.Visible);
@@ -64,9 +64,8 @@ TEST_F(SkyCorrectionTest, CoefficientsThatBreakTheModelLeaveTheSkyAsItWas) {
 
 TEST(FactorDialog, ClampsWhatIsTypedAndScalesBothCurvesToMultiplesOfFive) {
   const SkyCoefficients clamped = ClampFactorDialog({33, 0, 4, 250, 200, 7, 3});
-  EXPECT_EQ(clamped.K4, 100);
-  EXPECT_EQ(clamped.K5, 150);
-  EXPECT_EQ(ClampFactorDialog({33, 0, 4, 80, 150, 7, 3}).K4, 80);
+  EXPECT_EQ(std::tuple(clamped.K4, clamped.K5, ClampFactorDialog({33, 0, 4, 80, 150, 7, 3}).K4),
+            std::tuple(100.0, 150.0, 80.0));
 
   SkyCoefficients edited;
   edited.K1 = 50;
@@ -75,8 +74,8 @@ TEST(FactorDialog, ClampsWhatIsTypedAndScalesBothCurvesToMultiplesOfFive) {
   EXPECT_EQ(g.ambient.front(), -25);
   double low = 1e9, high = -1e9;
   for (std::size_t i = 0; i < g.ambient.size(); ++i) {
-    EXPECT_EQ(g.edited[i], SkyModelCelsius(edited, g.ambient[i]));
-    EXPECT_EQ(g.reference[i], SkyModelCelsius({}, g.ambient[i]));
+    EXPECT_EQ(std::tuple(g.edited[i], g.reference[i]),
+              std::tuple(SkyModelCelsius(edited, g.ambient[i]), SkyModelCelsius({}, g.ambient[i])));
     low = std::min({low, g.edited[i], g.reference[i]});
     high = std::max({high, g.edited[i], g.reference[i]});
   }
