@@ -95,6 +95,7 @@ TEST(GraphDrawing, OddRingsAndLimitsDrawWithoutLeavingThePicture) {
   EXPECT_EQ(std::tuple(CountColour(wind, wind.rect(), Pixel(curve)), wind.pixel(3, 5)),
             std::tuple(0, Pixel(c.ColorWind[0].BackColor)));
 }
+
 FreeImageRuntime& Library() {
   FreeImageRuntime& fi = FreeImageRuntime::Instance();
   EXPECT_TRUE(fi.Initialise()) << fi.Failure();
@@ -158,10 +159,20 @@ TEST(GraphExport, PngAndJpegAreReadBackAndTheJpegQualityFlagsChangeTheSize) {
   EXPECT_EQ(ExportFlags(st.nm.config), PngBestSpeed);
 }
 
-TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
+TEST(GraphExport, TheFolderIsCheckedAtStartAndFailedSavesShowTheirCodesWithoutStoppingTheCycle) {
   TempDir dir;
   GraphStation st;
   Display& d = st.nm.display;
+  st.nm.config.GraphImagePath = dir.File("new/pictures");
+  EXPECT_EQ(CheckImageFolder(st.nm), "i21 ");
+  EXPECT_TRUE(fs::is_directory(dir.File("new/pictures")));
+  EXPECT_EQ(CheckImageFolder(st.nm), "");
+  // Only the humidity and pressure pictures on: the folder is not looked at.
+  st.nm.config.GraphImagePath = dir.File("other");
+  st.nm.config.GraphImage = {0, 0, 0, 0, 0, 1, 1};
+  EXPECT_TRUE(CheckImageFolder(st.nm).empty() && !fs::exists(dir.File("other")));
+  st.nm.config.GraphImage.fill(1);
+
   test::WriteFile(dir.File("plain"), "not a folder");
 
   st.nm.config.GraphImagePath = dir.File("plain") + "/images";  // a folder that cannot be
@@ -206,19 +217,6 @@ TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
   st.nm.state.GraphDue = false;
   RunGraphRoutines(st.nm);
   EXPECT_EQ(st.nm.state.RainArrayLst, rainLast + 1);
-}
-
-TEST(GraphExport, ImageFolderIsCheckedAtStart) {
-  TempDir dir;
-  Nimbometer nm;
-  nm.config.GraphImagePath = dir.File("new/pictures");
-  EXPECT_EQ(CheckImageFolder(nm), "i21 ");
-  EXPECT_TRUE(fs::is_directory(dir.File("new/pictures")));
-  EXPECT_EQ(CheckImageFolder(nm), "");
-  // Only the humidity and pressure pictures on: the folder is not looked at.
-  nm.config.GraphImagePath = dir.File("other");
-  nm.config.GraphImage = {0, 0, 0, 0, 0, 1, 1};
-  EXPECT_TRUE(CheckImageFolder(nm).empty() && !fs::exists(dir.File("other")));
 }
 
 // The station saves at 24 bits and loads at 32; the other depths are the
