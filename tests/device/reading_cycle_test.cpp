@@ -102,8 +102,7 @@ TEST(ReadingCycle, ASilentBoxTurnsUnknownAfterTheLimitAndRecovers) {
   EXPECT_EQ(std::tuple(s.Value_Cloud, s.Value_Rain, s.Value_Wind), std::tuple(999.0, -1.0, 999.0 + 9));
   EXPECT_TRUE(CycleLightShows(st.nm.display, colours::Red));
 
-  // The box answers again: the next tick's reopen finds it, and the tick after
-  // is a normal cycle (firmware asked afresh, as a reopen forgets it).
+  // The box answers again: the next tick's reopen finds it, and the tick after is a normal cycle.
   st.box.faults.silentFromCommand = 0;
   st.time.RunUntil([&] { return s.NBX_DataReady; }, 60000);
   EXPECT_FALSE(s.CommFailed || s.SentinelsActive);
@@ -119,10 +118,9 @@ TEST(ReadingCycle, ASilentBoxTurnsUnknownAfterTheLimitAndRecovers) {
   EXPECT_TRUE(zero.nm.state.SentinelsActive);
 }
 
-// Stop on the period's tick, just before it, or in the middle of a cycle: the
-// work still pending must not open the port again, or the station would
-// believe it runs with its port closed and no timer left, and a client's
-// Start would do nothing. Frames still arriving are dropped.
+// Stop on the period's tick, just before it, or mid-cycle: the work still pending must not open
+// the port again, or the station would believe it runs with its port closed and no timer left,
+// and a client's Start would do nothing. Frames still arriving are dropped.
 TEST(StopTiming, NoWorkOutlivesStopAndAStartAsksTheBoxAfresh) {
   for (int afterTickMs : {0, -5, 300}) {
     SCOPED_TRACE(afterTickMs);

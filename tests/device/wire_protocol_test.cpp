@@ -13,8 +13,7 @@ namespace {
 using boxsim::EndOfReplyFrame;
 using boxsim::Frame;
 
-// The logic with a line whose received bytes the test gives by hand; one
-// command in flight, one more waiting behind it.
+// Received bytes given by hand; one command in flight, one more waiting behind it.
 class WireProtocol : public test::LogicFixture {
  protected:
   WireProtocol() {
@@ -40,9 +39,8 @@ TEST_F(WireProtocol, ByteByByteYieldsTheFramesAndReleasesTheNextCommandOnce) {
 }
 
 TEST_F(WireProtocol, ResynchronisesOnlyOnTheFirstStartByteAndReadsPastTheEndOfReply) {
-  // Garbage before the first "!" is dropped. A stray byte between frames
-  // shifts the rest of the run: the next frame is not understood, and the
-  // end-of-reply frame is lost with it.
+  // Garbage before the first "!" is dropped. A stray byte between frames shifts the rest of
+  // the run: the next frame is not understood, and the end-of-reply frame is lost with it.
   Receive("\x13\xffxx" + Frame('1', "-1520") + "#" + Frame('1', "-1600") + EndOfReplyFrame());
   EXPECT_EQ(std::tuple(nm.state.SamplesSkyIR.values[0], nm.state.SamplesSkyIR.count, link.written.size()),
             std::tuple(-1520.0, 1, 1u));

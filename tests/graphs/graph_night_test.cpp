@@ -15,10 +15,8 @@ double Ramp(double h, double from, double to, double a, double b) {
   return h <= from ? a : h >= to ? b : a + (b - a) * (h - from) / (to - from);
 }
 
-// A November night from 22:00, at hour `h`: clear until a front brings cloud,
-// wind and a shower after midnight, clearing again before a grey dawn. The
-// box's readings (its pressure 100 m above the sea), and the brightness and
-// sea-level pressure the stages would give.
+// A November night from 22:00: clear, then cloud, wind and a shower after midnight, a grey dawn.
+// The box's readings (100 m above the sea), and the brightness and sea-level pressure.
 struct NightModel {
   std::vector<std::pair<std::string, double>> box;
   double day, seaLevelPressure;
@@ -63,8 +61,7 @@ TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
   c.GraphFreq = 5;  // a point every five minutes, ten hours on a picture
   c.GraphImagePath = keep && *keep ? keep : dir.path();
   c.CloudTempFactor = false;  // the night's sky is the sky the classes are meant against
-  // Saving every picture at every graph tick is the headless program's test;
-  // here they are saved once the night is over.
+  // Saved once the night is over; saving at every graph tick is the headless program's test.
   c.GraphImage.fill(0);
   st.StartAndRunFirstCycles();
 

@@ -61,8 +61,7 @@ TEST(GraphRing, ANewNumberOfPointsEmptiesAllSevenAndSetsTheSpan) {
       std::tuple(RingUpperBound(nm.state.NBX_GraphArrayDay), nm.state.DayArrayFst, nm.state.DayArrayLst),
       std::tuple(200, 1, 2));
 
-  // The drawing computes the span itself when no one has yet: 120 points
-  // of six cycles of 15 s.
+  // The drawing computes the span itself when no one has yet: 120 points of six cycles of 15 s.
   Nimbometer fresh;
   fresh.config.RefreshPeriod = 15;
   EXPECT_EQ(GraphSpanSeconds(fresh), 10800);
@@ -135,8 +134,7 @@ TEST(GraphScale, TimeAxisHasTwelveStepsAndDropsLabelsThatWouldOverlap) {
     previousEnd = t.labelLeft + t.labelWidth;
   }
 
-  // A clock set back keeps the full span forward of the first point; no span
-  // and equal times give no axis at all.
+  // A clock set back keeps the span forward of the first point; no span or equal times: no axis.
   const TimeRange back = GraphTimeRange(t0, AddSeconds(t0, -600), 7200);
   EXPECT_TRUE(back.Usable() && std::abs((back.T1 - back.T0) * 86400 - 7200) < 1e-3);
   EXPECT_FALSE(GraphTimeRange(t0, t0, 0).Usable() || RingTimeRange(GraphRing(1), 0, 0, 7200).Usable());

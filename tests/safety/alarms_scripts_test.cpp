@@ -69,8 +69,7 @@ TEST_F(SoundAlarms, DayIsJudgedByTheCodeLastChosenNotTheOneSounding) {
   s.Value_Unsafe = true;
   s.NBX_CloudCondition = 3;
   s.NBX_DayCondition = 2;
-  // A fitting cloud alarm is dropped because the day code last chosen no
-  // longer fits, and the choice starts the cloud's sound again.
+  // A fitting cloud alarm is dropped as the day code last chosen no longer fits; it starts again.
   s.ActiveAlarmCode = "C2";
   s.PendingAlarmCode = "D0";
   ChooseSoundAlarm(n.nm);

@@ -9,8 +9,7 @@
 namespace nbx {
 namespace {
 
-// The classification on its own, on a fresh installation's configuration, after
-// a whole cycle: the health signal follows the counters.
+// On a fresh installation's configuration, after a whole cycle: the health signal follows the counters.
 class Classification : public ::testing::Test {
  public:
   Classification() { nm.state.GoodCycleSinceStart = true; }

@@ -37,8 +37,7 @@ class FakeScriptRunner : public ScriptRunner {
   Lines started;
 };
 
-// A station on virtual time whose box reports a chosen sky, reaching the
-// classification uncorrected; sound and scripts go to fakes.
+// A station on virtual time whose box reports a chosen sky, uncorrected; sound and scripts go to fakes.
 class Night {
  public:
   static constexpr double Clear = -15, Cloudy = -3, Overcast = 5;  // degrees C

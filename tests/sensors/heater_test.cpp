@@ -120,8 +120,7 @@ TEST_F(Heater, RemoteOnlyShowsTheMastersDuty) {
   EXPECT_EQ(std::tuple(Step(), nm.display.LblRainH.Caption), std::tuple("", "512.0"));
 }
 
-// The station and the box's rain plate on virtual time: the plate (20 degrees
-// over the air at full duty, a minute's time constant) answers the "P" commands.
+// The box's rain plate (20 degrees over the air at full duty, a minute's time constant) on virtual time.
 TEST(HeaterClosedLoop, AColdNightHoldsThePlateInTheDeadBandOfItsTarget) {
   test::SimStation st;
   st.box.readings.humidityTemp = -5;  // the station's ambient

@@ -11,8 +11,7 @@
 namespace nbx {
 namespace {
 
-// Counts of a divider whose thermistor sits at `celsius`: the inverse of the
-// Beta formula, worked out here independently of the program's code.
+// Counts of a divider whose thermistor sits at `celsius`: the Beta formula inverted independently.
 double CountsFor(double celsius, double pullUp, double r25, double beta) {
   const double r = r25 * std::exp(beta * (1.0 / (celsius + 273.15) - 1.0 / 298.15));
   return 1023.0 / (pullUp / r + 1.0);
@@ -113,8 +112,7 @@ TEST_F(RawConversions, AmbientIsBorrowedFromHumidityThenFromTheSkySensor) {
   SelectAmbientTemp(nm);
   EXPECT_EQ(std::tuple(s.Value_Temp, s.AmbientTempValid), std::tuple(12.34, true));
 
-  // 70 and -40 are outside the humidity sensor's range: the sky sensor serves,
-  // and its ambient offset counts a second time.
+  // 70 and -40 are out of the humidity sensor's range: the sky sensor serves, its offset counted twice.
   nm.config.AmbTempOffset = 0.5;
   for (double edge : {70.0, -40.0}) {
     s.Value_HumSensTemp = edge;

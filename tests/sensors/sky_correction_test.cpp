@@ -35,8 +35,7 @@ TEST_F(SkyCorrectionTest, DefaultModelAndWhatBypassesIt) {
 }
 
 TEST_F(SkyCorrectionTest, LowTemperatureTermLinearWithinOneDegreeLogarithmicBeyond) {
-  // Only the term left, centred on 5 degrees. Within a degree only the sign of
-  // K6 counts; one degree away takes the logarithm, which is 0 there.
+  // The term alone, centred on 5 degrees: within a degree only K6's sign counts, then the logarithm.
   const double cases[][3] = {// K6, ambient, model
                              {20, 5, 0},    {20, 4.25, 0.75}, {5, 5.5, -0.5}, {-5, 5.5, 0.5},
                              {20, 6, -0.6}, {20, 4, 0.6},     {20, -95, 4.6}};
