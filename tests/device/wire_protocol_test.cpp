@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "boxsim/frames.h"
 #include "device/command_queue.h"
 #include "device/wire_protocol.h"
@@ -11,8 +13,7 @@ namespace {
 using boxsim::EndOfReplyFrame;
 using boxsim::Frame;
 
-// The logic with a line whose received bytes the test gives by hand; one
-// command in flight, one more waiting behind it.
+// Received bytes given by hand; one command in flight, one more waiting behind it.
 class WireProtocol : public test::LogicFixture {
  protected:
   WireProtocol() {
@@ -31,20 +32,18 @@ class WireProtocol : public test::LogicFixture {
 TEST_F(WireProtocol, ByteByByteYieldsTheFramesAndReleasesTheNextCommandOnce) {
   const std::string reply = Frame('3', "512") + Frame('4', "40000") + EndOfReplyFrame();
   for (char byte : reply) Receive(std::string(1, byte));
-  EXPECT_EQ(nm.state.SamplesAmbient.values[0], 512);
-  EXPECT_EQ(nm.state.SamplesLDR.values[0], 40000);
-  EXPECT_EQ(nm.state.SamplesLDR.count, 1);
+  EXPECT_EQ(
+      std::tuple(nm.state.SamplesAmbient.values[0], nm.state.SamplesLDR.values[0], nm.state.SamplesLDR.count),
+      std::tuple(512.0, 40000.0, 1));
   EXPECT_EQ(link.written, (std::vector<std::string>{"S!", "T!"}));
 }
 
 TEST_F(WireProtocol, ResynchronisesOnlyOnTheFirstStartByteAndReadsPastTheEndOfReply) {
-  // Garbage before the first "!" is dropped. A stray byte between frames
-  // shifts the rest of the run: the next frame is not understood, and the
-  // end-of-reply frame is lost with it.
+  // Garbage before the first "!" is dropped. A stray byte between frames shifts the rest of
+  // the run: the next frame is not understood, and the end-of-reply frame is lost with it.
   Receive("\x13\xffxx" + Frame('1', "-1520") + "#" + Frame('1', "-1600") + EndOfReplyFrame());
-  EXPECT_EQ(nm.state.SamplesSkyIR.values[0], -1520);
-  EXPECT_EQ(nm.state.SamplesSkyIR.count, 1);
-  EXPECT_EQ(link.written.size(), 1u);
+  EXPECT_EQ(std::tuple(nm.state.SamplesSkyIR.values[0], nm.state.SamplesSkyIR.count, link.written.size()),
+            std::tuple(-1520.0, 1, 1u));
   // The next send empties the buffer and the run is read right again.
   SendNextCommand(nm);
   ASSERT_EQ(link.written.back(), "T!");
@@ -66,14 +65,12 @@ TEST_F(WireProtocol, SampleFramesTheirMarksAndDamagedNumbers) {
 
   Receive(Frame('8', " 250000 ") + Frame('R', "3300") + EndOfReplyFrame());
   EXPECT_TRUE(s.SQMPresent);
-  EXPECT_EQ(s.SamplesSQM.values[0], 250000);
-  EXPECT_EQ(s.SamplesRainFreq.values[0], 3300);
+  EXPECT_EQ(std::tuple(s.SamplesSQM.values[0], s.SamplesRainFreq.values[0]), std::tuple(250000.0, 3300.0));
 
   // After Stop the rest of a reply is dropped.
   s.IsRunning = false;
   Receive(Frame('1', "-1") + Frame('Q', "511") + EndOfReplyFrame());
-  EXPECT_EQ(s.SamplesSkyIR.count, 6);
-  EXPECT_EQ(s.SamplesSkyIR.values[0], 99900);
+  EXPECT_EQ(std::tuple(s.SamplesSkyIR.count, s.SamplesSkyIR.values[0]), std::tuple(6, 99900.0));
   EXPECT_NEAR(s.Value_RainHeat, 511 / 1023.0, 1e-12);  // the duty is always taken
   EXPECT_EQ(nm.display.LblRainH.Caption, "");
 }
@@ -89,13 +86,10 @@ TEST_F(WireProtocol, IdentityFirmwareConstantsAndCounters) {
   EXPECT_EQ(s.SerialNo, "N.A.");
 
   Receive(std::string("!K0000") + std::string(9, ' ') + EndOfReplyFrame());
-  EXPECT_EQ(s.SerialNo, "0");
-  EXPECT_EQ(s.ZenerVoltage, 2.54);
-  EXPECT_EQ(s.DeviceInitialized, 1);
+  EXPECT_EQ(std::tuple(s.SerialNo, s.ZenerVoltage, s.DeviceInitialized), std::tuple("0", 2.54, 1));
 
   Receive(Frame('E', "3", '1') + Frame('E', "7", '4') + EndOfReplyFrame());
-  EXPECT_EQ(nm.display.LblPECByte1.Caption, "3");
-  EXPECT_EQ(nm.display.LblPECByte4.Caption, "7");
+  EXPECT_EQ(nm.display.LblPECByte1.Caption + nm.display.LblPECByte4.Caption, "37");
   Reply('X', "");
   EXPECT_EQ(s.Value_Switch, 2);
 }
@@ -111,21 +105,18 @@ TEST_F(WireProtocol, HumidityIsGivenUpOnlyAfterElevenBadTemperatureFrames) {
 
   for (int i = 0; i < 10; ++i) Reply('t', "65535", 'h');
   Reply('h', "60000", 'h');  // above 100 percent: wrong for this cycle, not yet given up
-  EXPECT_GT(s.Value_HumidityRel, 100);
-  EXPECT_EQ(s.HumidityPresent, 1);
+  EXPECT_TRUE(s.Value_HumidityRel > 100 && s.HumidityPresent == 1);
   Reply('t', "22000", 'h');  // one good frame resets the count
   EXPECT_EQ(s.RHErrors, 0);
 
   for (int i = 0; i < 11; ++i) Reply('t', "0", 'h');  // -46.85: bad
-  EXPECT_EQ(s.HumidityPresent, 0);
-  EXPECT_FALSE(s.RHTempValid);
+  EXPECT_TRUE(s.HumidityPresent == 0 && !s.RHTempValid);
   Reply('h', "60000", 'h');
   EXPECT_EQ(s.Value_HumidityRel, 50);
 
   // Old firmware: 100 is the no-sensor mark.
-  Reply('h', "40");
-  EXPECT_EQ(s.HumidityPresent, 1);
-  EXPECT_DOUBLE_EQ(s.HumidityRelFrame, 44);  // before the correction for the sensor's temperature
+  Reply('h', "40");  // the frame's value is taken before the correction for the sensor's temperature
+  EXPECT_EQ(std::tuple(s.HumidityPresent, s.HumidityRelFrame), std::tuple(1, 44.0));
   Reply('h', "100");
   EXPECT_EQ(s.HumidityPresent, 0);
 }
@@ -135,12 +126,10 @@ TEST_F(WireProtocol, PressureResetsToThousandOnTheEleventhBadFrame) {
   Reply('p', "16080");
   EXPECT_EQ(nm.display.LblAtmPres.Caption, "1005.0");
   for (int i = 0; i < 10; ++i) Reply('p', i % 2 ? "0" : "65535");
-  EXPECT_DOUBLE_EQ(s.Value_AbsPressure, 1005);
-  EXPECT_EQ(s.PressurePresent, 1);
+  EXPECT_EQ(std::tuple(s.Value_AbsPressure, s.PressurePresent), std::tuple(1005.0, 1));
   Reply('p', "0");
-  EXPECT_EQ(s.Value_AbsPressure, 1000);
-  EXPECT_EQ(s.Value_RelPressure, 1000);
-  EXPECT_EQ(s.PressurePresent, 0);
+  EXPECT_EQ(std::tuple(s.Value_AbsPressure, s.Value_RelPressure, s.PressurePresent),
+            std::tuple(1000.0, 1000.0, 0));
 }
 
 TEST_F(WireProtocol, WindRunningMeanGustModelAndUnit) {
@@ -148,8 +137,7 @@ TEST_F(WireProtocol, WindRunningMeanGustModelAndUnit) {
   nm.config.CalcWindAvg = 3;
   s.WindSamples.assign(3, 0.0);
   Reply('w', "9");
-  EXPECT_DOUBLE_EQ(s.Value_Wind, 3);  // diluted by the zeros of Start
-  EXPECT_DOUBLE_EQ(s.Value_Gust, 9);
+  EXPECT_EQ(std::tuple(s.Value_Wind, s.Value_Gust), std::tuple(3.0, 9.0));  // diluted by the zeros of Start
   Reply('w', "3");
   Reply('w', "6");
   EXPECT_DOUBLE_EQ(s.Value_Wind, 6);
@@ -165,8 +153,7 @@ TEST_F(WireProtocol, WindRunningMeanGustModelAndUnit) {
   EXPECT_DOUBLE_EQ(s.Value_Gust, 12);  // the largest element, whatever unit it was taken in
   // The anemometer answers "v" with 1; anything else removes it.
   Reply('v', "0");
-  EXPECT_FALSE(s.IsWindPresent);
-  EXPECT_TRUE(nm.display.WindNotAvailable.Visible);
+  EXPECT_TRUE(!s.IsWindPresent && nm.display.WindNotAvailable.Visible);
   Reply('v', "1");
   EXPECT_TRUE(s.IsWindPresent);
 }

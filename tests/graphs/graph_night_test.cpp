@@ -11,28 +11,29 @@
 namespace nbx {
 namespace {
 
-// A November night from 22:00: clear until a front brings cloud, wind and
-// a shower after midnight, clearing again before a grey dawn.
-struct NightModel {
-  double sky, ambient, rain, wind, humidity, seaLevelPressure, day;
-};
-
 double Ramp(double h, double from, double to, double a, double b) {
-  if (h <= from) return a;
-  if (h >= to) return b;
-  return a + (b - a) * (h - from) / (to - from);
+  return h <= from ? a : h >= to ? b : a + (b - a) * (h - from) / (to - from);
 }
 
+// A November night from 22:00: clear, then cloud, wind and a shower after midnight, a grey dawn.
+// The box's readings (100 m above the sea), and the brightness and sea-level pressure.
+struct NightModel {
+  std::vector<std::pair<std::string, double>> box;
+  double day, seaLevelPressure;
+};
 NightModel NightAt(double h) {
-  NightModel m{};
-  m.sky = h < 5 ? Ramp(h, 2.5, 4.5, -18, 3) : Ramp(h, 6, 7, 3, -17);
-  m.ambient = 9 - 0.4 * h + (h > 3 && h < 7 ? 1.5 : 0);
-  m.rain = h > 4.6 && h < 5.6 ? 2500 : (h > 4.3 && h < 6.2 ? 3000 : 3350);
-  m.wind = h < 5 ? Ramp(h, 3, 4.5, 4, 17 + 2 * std::sin(h * 9)) : Ramp(h, 6, 7, 16, 6);
-  m.humidity = h < 4.6 ? 62 + 6 * h : Ramp(h, 5.6, 7, 93, 78);
-  m.seaLevelPressure = h < 5 ? 1014 - 2.6 * h : 1001 + 1.5 * (h - 5);
-  m.day = Ramp(h, 8.9, 9.7, 3000, 3);
-  return m;
+  const double ambient = 9 - 0.4 * h + (h > 3 && h < 7 ? 1.5 : 0), day = Ramp(h, 8.9, 9.7, 3000, 3);
+  const double pressure = h < 5 ? 1014 - 2.6 * h : 1001 + 1.5 * (h - 5);
+  return {{{"sky", h < 5 ? Ramp(h, 2.5, 4.5, -18, 3) : Ramp(h, 6, 7, 3, -17)},
+           {"ambient", ambient},
+           {"humiditytemp", ambient},
+           {"rain", h > 4.6 && h < 5.6 ? 2500 : (h > 4.3 && h < 6.2 ? 3000 : 3350)},
+           {"wind", h < 5 ? Ramp(h, 3, 4.5, 4, 17 + 2 * std::sin(h * 9)) : Ramp(h, 6, 7, 16, 6)},
+           {"humidity", h < 4.6 ? 62 + 6 * h : Ramp(h, 5.6, 7, 93, 78)},
+           {"pressure", pressure - 12},
+           {"ldr", 50000 - day}},
+          day,
+          pressure};
 }
 
 // The brightness and sea-level pressure stages come with other parts of the
@@ -47,8 +48,8 @@ void StandIn(double& field, double& lastPut, double value) {
 // How many pixels of the curve colour lie in band row `row` of a band picture.
 int CurveInBand(const GraphSurface& surface, int row, QRgb curve) {
   const int bottom = surface.ScaleHeight() - QFontMetrics(surface.font, &surface.image).height();
-  return test::CountColour(surface.image, QRect(2, bottom * row / 3 + 3, surface.ScaleWidth() - 4, bottom / 3 - 6),
-                           curve);
+  return test::CountColour(surface.image,
+                           QRect(2, bottom * row / 3 + 3, surface.ScaleWidth() - 4, bottom / 3 - 6), curve);
 }
 
 TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
@@ -60,22 +61,14 @@ TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
   c.GraphFreq = 5;  // a point every five minutes, ten hours on a picture
   c.GraphImagePath = keep && *keep ? keep : dir.path();
   c.CloudTempFactor = false;  // the night's sky is the sky the classes are meant against
-  // Saving every picture at every graph tick is the headless program's test;
-  // here they are saved once the night is over.
+  // Saved once the night is over; saving at every graph tick is the headless program's test.
   c.GraphImage.fill(0);
   st.StartAndRunFirstCycles();
 
   double dayPut = st.nm.state.Value_Day, pressurePut = st.nm.state.Value_RelPressure;
   for (int minute = 2; minute < 600; ++minute) {
     const NightModel m = NightAt(minute / 60.0);
-    for (const std::string& assignment :
-         {"sky=" + std::to_string(m.sky), "ambient=" + std::to_string(m.ambient),
-          "humiditytemp=" + std::to_string(m.ambient),
-          "rain=" + std::to_string(m.rain), "wind=" + std::to_string(m.wind),
-          "humidity=" + std::to_string(m.humidity),
-          "pressure=" + std::to_string(m.seaLevelPressure - 12),  // 100 m above the sea
-          "ldr=" + std::to_string(50000 - m.day)})
-      ASSERT_TRUE(st.box.Apply(assignment)) << assignment;
+    for (const auto& [name, value] : m.box) ASSERT_TRUE(st.box.Apply(name + "=" + std::to_string(value)));
     st.RunPeriods(1);
     StandIn(st.nm.state.Value_Day, dayPut, m.day);
     StandIn(st.nm.state.Value_RelPressure, pressurePut, m.seaLevelPressure);
@@ -93,9 +86,8 @@ TEST(GraphNight, ASimulatedNightLeavesSevenPicturesThatShowHowItWent) {
   for (const auto& [kind, row] : seen)
     EXPECT_GT(CurveInBand(st.pictures.Surface(kind), row, curve), 0) << GraphTag(kind) << " " << row;
   EXPECT_EQ(CurveInBand(st.pictures.Surface(GraphKind::Pressure), 2, curve), 0);
-  EXPECT_GT(test::CountColour(st.Picture(GraphKind::Temp), st.Picture(GraphKind::Temp).rect(),
-                              test::Pixel(c.GraphColorTemp[1])),
-            400);
+  const QImage& temp = st.Picture(GraphKind::Temp);
+  EXPECT_GT(test::CountColour(temp, temp.rect(), test::Pixel(c.GraphColorTemp[1])), 400);
 }
 
 }  // namespace

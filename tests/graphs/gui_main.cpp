@@ -1,6 +1,5 @@
-// The graph tests draw text, which needs a GUI application: one for the whole
-// program, made before the tests and gone before the program's own exit, so
-// that the font caches are freed in order.
+// The graph tests draw text, which needs a GUI application: one for the whole program, made
+// before the tests and gone before the program's own exit, so that the font caches are freed in order.
 
 #include <gtest/gtest.h>
 

@@ -11,8 +11,7 @@
 namespace nbx::test {
 namespace {
 
-// The headless program against the simulated box over a pseudo-terminal, its
-// pictures going into the test's own folder.
+// The headless program against the simulated box over a pseudo-terminal.
 TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
   TempDir dir;
   BoxProgram box(dir, {"humidity=85", "rain=2600"});
@@ -23,14 +22,14 @@ TEST(HeadlessPictures, AHeadlessRunLeavesTheSevenPicturesAtTheirFixedNames) {
                          {"DISPLAY=", "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="});
 
   auto allThere = [&] {
+    int there = 0;
     for (int k = 0; k < 7; ++k)
-      if (!std::filesystem::exists(dir.File(std::string(GraphFileName(GraphKind(k))) + ".png")))
-        return false;
-    return true;
+      there += std::filesystem::exists(dir.File(std::string(GraphFileName(GraphKind(k))) + ".png"));
+    return there == 7;
   };
   std::string line;
-  for (int cycle = 0; cycle < 12 && !allThere(); ++cycle)
-    if (!station.NextCycle(line)) break;
+  for (int cycle = 0; cycle < 12 && !allThere() && station.NextCycle(line); ++cycle) {
+  }
   ASSERT_TRUE(allThere()) << ReadFile(station.errors);
   station.process.Signal(SIGTERM);
   EXPECT_EQ(station.process.Wait(10s), 0);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "editing/config_editor.h"
 #include "night.h"
 #include "safety/alarms.h"
@@ -46,8 +48,7 @@ TEST_F(ConfigEditing, EachBreachOfTheLimitOrderHasItsMessageAndKeepsTheLimit) {
   }
   // In order, or without an order to keep: stored, no message; the words are the user's.
   n.st.host.messages.clear();
-  EXPECT_TRUE(editor.SetLimit(Family::Wind, 1, 20));
-  EXPECT_TRUE(editor.SetLimit(Family::Humidity, 0, 90));
+  EXPECT_TRUE(editor.SetLimit(Family::Wind, 1, 20) && editor.SetLimit(Family::Humidity, 0, 90));
   EXPECT_TRUE(n.st.host.messages.empty());
   EXPECT_DOUBLE_EQ(c.WindLimit[1], 20);
   c.ColorWind[0].Caption = "Brezza";
@@ -58,8 +59,7 @@ TEST_F(ConfigEditing, EachBreachOfTheLimitOrderHasItsMessageAndKeepsTheLimit) {
 
 TEST_F(ConfigEditing, UnknownThresholdsCorrectThemselvesAndCarryTheirThirdLimits) {
   editor.SetUnknowCloudGT(0);  // not above Cloudy: one degree above it
-  EXPECT_DOUBLE_EQ(c.UnknowCloudGT, 1);
-  EXPECT_DOUBLE_EQ(c.CloudLimit[2], 1);
+  EXPECT_EQ(std::tuple(c.UnknowCloudGT, c.CloudLimit[2]), std::tuple(1.0, 1.0));
   editor.SetLimit(Family::Cloud, 2, 25);
   EXPECT_DOUBLE_EQ(c.UnknowCloudGT, 25);
   editor.SetUnknowRainLT(2800);  // not below Wet: one below it
@@ -67,12 +67,10 @@ TEST_F(ConfigEditing, UnknownThresholdsCorrectThemselvesAndCarryTheirThirdLimits
   editor.SetLimit(Family::Rain, 2, 100);
   EXPECT_DOUBLE_EQ(c.UnknowRainLT, 100);
   editor.SetUnknownDayGT(2100);  // not above Dark: a thousand above it
-  EXPECT_DOUBLE_EQ(c.UnknownDayGT, 3100);
-  EXPECT_DOUBLE_EQ(c.DayLimit[2], 0);
+  EXPECT_EQ(std::tuple(c.UnknownDayGT, c.DayLimit[2]), std::tuple(3100.0, 0.0));
   editor.SetUnknownNoReading(0.5);
   editor.SetUnknownRS232NoError(-2);
-  EXPECT_DOUBLE_EQ(c.UnknownNoReading, 1);
-  EXPECT_DOUBLE_EQ(c.UnknownRS232NoError, 1);
+  EXPECT_EQ(std::tuple(c.UnknownNoReading, c.UnknownRS232NoError), std::tuple(1.0, 1.0));
   EXPECT_TRUE(n.st.host.messages.empty());
 }
 
@@ -92,20 +90,16 @@ TEST_F(ConfigEditing, CheckBoxesAndAlarmEntriesFollowTheirRules) {
   EXPECT_EQ(c.AlarmWind[2].Value, 0);
   editor.SetAlarmSound(Family::Wind, 2, "/sounds/gale.wav|repeat");
   editor.SetAlarmState(Family::Wind, 2, 1);
-  EXPECT_EQ(c.AlarmWind[2].Value, 1);
-  EXPECT_TRUE(wind.AlarmIconOn[2]);
+  EXPECT_EQ(std::tuple(c.AlarmWind[2].Value, wind.AlarmIconOn[2]), std::tuple(1, true));
   editor.SetAlarmSound(Family::Wind, 2, "");
-  EXPECT_EQ(c.AlarmWind[2].Value, 0);
-  EXPECT_FALSE(wind.AlarmIconOn[2]);
+  EXPECT_EQ(std::tuple(c.AlarmWind[2].Value, wind.AlarmIconOn[2]), std::tuple(0, false));
 
   AlarmStart(n.nm, "/sounds/link.wav");
   n.s.AlarmHeld = true;
   n.s.ActiveAlarmCode = "R2";
   editor.SetSuspendSoundAlarm(1);  // silences even the held link alarm
-  EXPECT_FALSE(n.sound.playing);
-  EXPECT_FALSE(n.s.AlarmHeld);
+  EXPECT_FALSE(n.sound.playing || n.s.AlarmHeld || n.st.time.IsArmed(TimerId::AlarmAjo));
   EXPECT_TRUE(n.s.ActiveAlarmCode.empty());
-  EXPECT_FALSE(n.st.time.IsArmed(TimerId::AlarmAjo));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace nbx::test {
 
 using Lines = std::vector<std::string>;
 
-// Keeps what it was asked to play; a sound plays until stopped or ended by the test.
+// A sound plays until stopped or ended by the test.
 class FakeSoundPlayer : public SoundPlayer {
  public:
   bool Play(const std::string& file, bool repeat) override {
@@ -37,8 +37,7 @@ class FakeScriptRunner : public ScriptRunner {
   Lines started;
 };
 
-// A station on virtual time whose box reports a chosen sky, reaching the
-// classification uncorrected; sound and scripts go to fakes.
+// A station on virtual time whose box reports a chosen sky, uncorrected; sound and scripts go to fakes.
 class Night {
  public:
   static constexpr double Clear = -15, Cloudy = -3, Overcast = 5;  // degrees C
@@ -51,9 +50,13 @@ class Night {
     Sky(Clear);
   }
   void Sky(double celsius) { st.box.readings.skyIR = celsius * 100; }
-  // Start, or run `periods` cycles: the log lines they wrote.
-  Lines Start() { return LinesOf([&] { st.StartAndRunFirstCycles(); }); }
-  Lines Run(int periods = 1) { return LinesOf([&] { st.RunPeriods(periods); }); }
+  // The log lines written by starting, by `periods` cycles or by `step`.
+  Lines Start() {
+    return LinesOf([&] { st.StartAndRunFirstCycles(); });
+  }
+  Lines Run(int periods = 1) {
+    return LinesOf([&] { st.RunPeriods(periods); });
+  }
   template <typename Step>
   Lines LinesOf(Step step) {
     const auto from = static_cast<std::ptrdiff_t>(st.host.debugLines.size());
@@ -61,10 +64,10 @@ class Night {
     return {st.host.debugLines.begin() + from, st.host.debugLines.end()};
   }
   // The relay commands the box received from command `from` on.
-  Lines RelayCommandsSince(std::size_t from) const {
-    Lines relay;
+  std::string RelayCommandsSince(std::size_t from) const {
+    std::string relay;
     for (const std::string& c : st.CommandsSince(from))
-      if (c == "G" || c == "H") relay.push_back(c);
+      if (c == "G" || c == "H") relay += c;
     return relay;
   }
   std::size_t CommandCount() const { return st.box.Commands().size(); }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "device/command_queue.h"
 #include "logic_fixture.h"
@@ -41,8 +42,8 @@ TEST_F(Heater, TargetAndGain) {
   nm.config.HeatTemp = {5, 5};
   EXPECT_EQ(Target(45), 45);
 
-  const double gains[][2] = {{0.3, 0}, {-0.31, 0.01}, {0.51, 0.02}, {-1.5, 0.04}, {2.5, 0.06},
-                             {3.01, 0.1}, {-8, 0.2},  {8.01, 0.4}};
+  const double gains[][2] = {{0.3, 0},    {-0.31, 0.01}, {0.51, 0.02}, {-1.5, 0.04},
+                             {2.5, 0.06}, {3.01, 0.1},   {-8, 0.2},    {8.01, 0.4}};
   for (const auto& [error, gain] : gains) EXPECT_EQ(HeaterGain(nm, error), gain) << error;
   nm.state.HeatImpulseState = 2;  // warming up: straight to full when below
   nm.state.Value_RainHeat = 0.3;
@@ -53,8 +54,7 @@ TEST_F(Heater, TargetAndGain) {
 TEST_F(Heater, AColdPlateRisesByTheGainAtMostEveryFiveSeconds) {
   nm.state.Value_RainTemp = 15 - 9;
   std::string sent = Step();
-  EXPECT_EQ(sent, "P0409!");
-  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating UP");
+  EXPECT_EQ(std::tuple(sent, nm.display.LblHeating.Caption), std::tuple("P0409!", "Heating UP"));
   BoxTakes(sent);
   EXPECT_EQ(Step(5000), "");  // not above 5000 ms: no change, and above the minimum
   BoxTakes(sent = Step(1));
@@ -66,8 +66,7 @@ TEST_F(Heater, MovingPlatesAndTheDeadBandGetNoChangeButTheMinimumHolds) {
   SiteState& s = nm.state;
   s.Value_RainHeat = 0.5;
   s.Value_RainTemp = 20;  // 5 above: gain 0.2
-  EXPECT_EQ(Step(), "P0307!");
-  EXPECT_EQ(nm.display.LblHeating.Caption, "Heating DOWN");
+  EXPECT_EQ(std::tuple(Step(), nm.display.LblHeating.Caption), std::tuple("P0307!", "Heating DOWN"));
   s.Value_RainTemp = 19;  // above target but already cooling
   EXPECT_EQ(Step(), "");
   s.Value_RainTemp = 10;
@@ -99,33 +98,29 @@ TEST_F(Heater, ImpulseComesACycleAfterTheWetReadingAndNeedsItsThreeSettings) {
   nm.config.HeatImpCycle = 600;
   Step();  // dry: the impulse clock stands
   s.NBX_RainCondition = 3;
-  Step(1000);  // wet once...
+  Step(1000);               // wet once...
   s.NBX_RainCondition = 1;  // ...and dry again
   Step(599000);
   EXPECT_EQ(s.HeatImpulseState, 1);
-  EXPECT_EQ(Step(1000), "P1023!");  // warming up at full duty
-  EXPECT_EQ(nm.display.LblHeating.Caption, "Heat Impulse - Warming up");
-  EXPECT_EQ(nm.display.LblHeating.ForeColor, 255u);
-  s.Value_RainTemp = 20;  // ambient plus 10
+  EXPECT_EQ(std::tuple(Step(1000), nm.display.LblHeating.Caption, nm.display.LblHeating.ForeColor),
+            std::tuple("P1023!", "Heat Impulse - Warming up", 255u));  // warming up at full duty
+  s.Value_RainTemp = 20;                                               // ambient plus 10
   Step();
   EXPECT_EQ(nm.display.LblHeating.Caption, "Heat Impulse - Holding for 60s");
-  Step(59000);
-  EXPECT_EQ(s.HeatImpulseState, 3);
-  Step(1000);
-  EXPECT_EQ(s.HeatImpulseState, 1);
-  Step(700000);  // the condition read afresh at the end was dry
-  EXPECT_EQ(s.HeatImpulseState, 1);
+  // Holding, then back to normal; the condition read afresh at the end was dry.
+  for (const auto& [afterMs, state] : {std::tuple{59000, 3}, {1000, 1}, {700000, 1}}) {
+    Step(afterMs);
+    EXPECT_EQ(s.HeatImpulseState, state) << afterMs;
+  }
 }
 
 TEST_F(Heater, RemoteOnlyShowsTheMastersDuty) {
   nm.config.NMRole = {false, true};
   nm.state.Value_RainHeat = 512 / 1023.0;
-  EXPECT_EQ(Step(), "");
-  EXPECT_EQ(nm.display.LblRainH.Caption, "512.0");
+  EXPECT_EQ(std::tuple(Step(), nm.display.LblRainH.Caption), std::tuple("", "512.0"));
 }
 
-// The station and the box's rain plate on virtual time: the plate (20 degrees
-// over the air at full duty, a minute's time constant) answers the "P" commands.
+// The box's rain plate (20 degrees over the air at full duty, a minute's time constant) on virtual time.
 TEST(HeaterClosedLoop, AColdNightHoldsThePlateInTheDeadBandOfItsTarget) {
   test::SimStation st;
   st.box.readings.humidityTemp = -5;  // the station's ambient

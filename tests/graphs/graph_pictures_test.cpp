@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QFontMetrics>
 #include <filesystem>
+#include <tuple>
 
 #include "core/status.h"
 #include "graph_fixtures.h"
 #include "graphs/drawing/picture_files.h"
+#include "graphs/graph_ring.h"
 #include "graphs/graph_routines.h"
 #include "support/child_process.h"
 
@@ -12,9 +15,86 @@ namespace nbx {
 namespace {
 
 namespace fs = std::filesystem;
+using test::CountColour;
 using test::GraphStation;
 using test::Pixel;
 using test::TempDir;
+
+// The plot's bottom edge: the picture less one line of its own font.
+int PlotBottom(const GraphSurface& surface) {
+  return surface.ScaleHeight() - QFontMetrics(surface.font, &surface.image).height();
+}
+
+TEST(BandGraph, BandsFillTheThirdsUpsideDownForHumidityAndOnePointDrawsNoCurve) {
+  GraphStation st;
+  st.AddPoint(GraphKind::Cloud, -10);
+  st.AddPoint(GraphKind::Humidity, 60);
+  const Config& c = st.nm.config;
+  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Humidity}) {
+    const QImage& image = st.Picture(kind);
+    const int bottom = PlotBottom(st.pictures.Surface(kind));
+    const auto& swatches = kind == GraphKind::Cloud ? c.ColorCloud : c.ColorHumidity;
+    for (int row = 0; row < 3; ++row) {
+      const int swatch = kind == GraphKind::Cloud ? row : 2 - row;
+      EXPECT_EQ(image.pixel(3, bottom * (2 * row + 1) / 6), Pixel(swatches[swatch].BackColor))
+          << GraphTag(kind) << " row " << row;
+    }
+    EXPECT_EQ(CountColour(image, image.rect(), Pixel(c.GraphColorCloud[1])), 0) << GraphTag(kind);
+    // The border in the axis colour, the strip below the plot in the picture's own colour.
+    EXPECT_EQ(std::tuple(image.pixel(0, bottom / 2), image.pixel(image.width() - 1, bottom / 2),
+                         image.pixel(1, image.height() - 1)),
+              std::tuple(Pixel(c.GraphColorCloud[0]), Pixel(c.GraphColorCloud[0]),
+                         Pixel(colours::SystemButtonFace)));
+  }
+  // A new colour shows at the next redraw from the rings.
+  st.nm.config.ColorCloud[1].BackColor = 0x804020;
+  RedrawGraphs(st.nm);
+  const int bottom = PlotBottom(st.pictures.Surface(GraphKind::Cloud));
+  EXPECT_EQ(st.Picture(GraphKind::Cloud).pixel(3, bottom / 2), Pixel(0x804020));
+}
+
+TEST(TemperatureGraph, LinearScaleOnItsOwnBackground) {
+  GraphStation st;
+  const Config& c = st.nm.config;
+  for (int i = 0; i < 2; ++i) {  // an hour at 0, half way between -30 and 30
+    st.AddPoint(GraphKind::Temp, 0);
+    st.time.RunFor(1800 * 1000);
+  }
+  const QImage& image = st.Picture(GraphKind::Temp);
+  const int bottom = PlotBottom(st.pictures.Surface(GraphKind::Temp));
+  EXPECT_EQ(image.pixel(image.width() - 2, bottom / 4 + 3), Pixel(c.GraphColorTemp[2]));
+  int row = 0;
+  while (row < bottom && image.pixel(100, row) != Pixel(c.GraphColorTemp[1])) ++row;
+  EXPECT_NEAR(row, bottom / 2.0, 1.5);
+  // Left of the plot the scale labels, in the axis colour's shades.
+  const int axis = CountColour(image, QRect(0, bottom - 8, 30, 16), Pixel(c.GraphColorTemp[2]));
+  EXPECT_TRUE(axis > 0 && axis < 30 * 16) << axis;
+}
+
+TEST(GraphDrawing, OddRingsAndLimitsDrawWithoutLeavingThePicture) {
+  GraphStation st;
+  Config& c = st.nm.config;
+  c.CloudLimit = {5, 5, 5};          // no span between thresholds
+  c.RainLimit = {2800, 3200, 3200};  // out of order
+  c.GraphTempMax = c.GraphTempMin = 10;
+  const Colour curve = c.GraphColorCloud[1];
+  for (GraphKind kind : {GraphKind::Cloud, GraphKind::Rain, GraphKind::Temp}) {
+    st.AddPoint(kind, 99900);
+    st.time.JumpClock(-3600 * 1000);  // the clock went back an hour
+    st.AddPoint(kind, 999);
+    st.time.JumpClock(7200 * 1000);
+    st.AddPoint(kind, NAN);
+    EXPECT_FALSE(st.Picture(kind).isNull());
+  }
+  // With no span at all there is no axis and no curve, but the bands stay.
+  st.nm.config.RefreshPeriod = 0;
+  st.nm.display.GraphSpan.Caption.clear();
+  EmptyRing(st.nm.state.NBX_GraphArrayWind);
+  st.AddPoint(GraphKind::Wind, 3);
+  const QImage& wind = st.Picture(GraphKind::Wind);
+  EXPECT_EQ(std::tuple(CountColour(wind, wind.rect(), Pixel(curve)), wind.pixel(3, 5)),
+            std::tuple(0, Pixel(c.ColorWind[0].BackColor)));
+}
 
 FreeImageRuntime& Library() {
   FreeImageRuntime& fi = FreeImageRuntime::Instance();
@@ -65,8 +145,7 @@ TEST(GraphExport, PngAndJpegAreReadBackAndTheJpegQualityFlagsChangeTheSize) {
     GraphTick(st);
     sizes[q] = fs::file_size(jpg);
   }
-  EXPECT_GT(sizes[0], sizes[1]);
-  EXPECT_GT(sizes[1], sizes[2]);
+  EXPECT_TRUE(sizes[0] > sizes[1] && sizes[1] > sizes[2]) << sizes[0] << " " << sizes[1] << " " << sizes[2];
   EXPECT_EQ(FileDepth(jpg, FIF_JPEG), 24u);
   const QImage read(QString::fromStdString(jpg));
   ASSERT_EQ(read.size(), QSize(DefaultGraphWidth, DefaultGraphHeight));
@@ -80,10 +159,20 @@ TEST(GraphExport, PngAndJpegAreReadBackAndTheJpegQualityFlagsChangeTheSize) {
   EXPECT_EQ(ExportFlags(st.nm.config), PngBestSpeed);
 }
 
-TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
+TEST(GraphExport, TheFolderIsCheckedAtStartAndFailedSavesShowTheirCodesWithoutStoppingTheCycle) {
   TempDir dir;
   GraphStation st;
   Display& d = st.nm.display;
+  st.nm.config.GraphImagePath = dir.File("new/pictures");
+  EXPECT_EQ(CheckImageFolder(st.nm), "i21 ");
+  EXPECT_TRUE(fs::is_directory(dir.File("new/pictures")));
+  EXPECT_EQ(CheckImageFolder(st.nm), "");
+  // Only the humidity and pressure pictures on: the folder is not looked at.
+  st.nm.config.GraphImagePath = dir.File("other");
+  st.nm.config.GraphImage = {0, 0, 0, 0, 0, 1, 1};
+  EXPECT_TRUE(CheckImageFolder(st.nm).empty() && !fs::exists(dir.File("other")));
+  st.nm.config.GraphImage.fill(1);
+
   test::WriteFile(dir.File("plain"), "not a folder");
 
   st.nm.config.GraphImagePath = dir.File("plain") + "/images";  // a folder that cannot be
@@ -112,8 +201,7 @@ TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
   st.nm.io.pictures = &st.pictures;
   st.nm.config.FreeImageUse = false;
   GraphTick(st);
-  EXPECT_EQ(d.StatusBar2.Caption, "");
-  EXPECT_TRUE(fs::is_empty(dir.File("fresh")));
+  EXPECT_TRUE(d.StatusBar2.Caption.empty() && fs::is_empty(dir.File("fresh")));
 
   // A graph that is not generated is not exported either; one not exported
   // is still drawn; off the graph tick nothing happens at all.
@@ -124,25 +212,11 @@ TEST(GraphExport, FailedSavesShowTheirCodesAndNeverStopTheCycle) {
   const int cloudLast = st.nm.state.CloudArrayLst, rainLast = st.nm.state.RainArrayLst;
   GraphTick(st);
   EXPECT_TRUE(fs::is_empty(dir.File("fresh")));
-  EXPECT_EQ(st.nm.state.CloudArrayLst, cloudLast);
-  EXPECT_EQ(st.nm.state.RainArrayLst, rainLast + 1);
+  EXPECT_EQ(std::tuple(st.nm.state.CloudArrayLst, st.nm.state.RainArrayLst),
+            std::tuple(cloudLast, rainLast + 1));
   st.nm.state.GraphDue = false;
   RunGraphRoutines(st.nm);
   EXPECT_EQ(st.nm.state.RainArrayLst, rainLast + 1);
-}
-
-TEST(GraphExport, ImageFolderIsCheckedAtStart) {
-  TempDir dir;
-  Nimbometer nm;
-  nm.config.GraphImagePath = dir.File("new/pictures");
-  EXPECT_EQ(CheckImageFolder(nm), "i21 ");
-  EXPECT_TRUE(fs::is_directory(dir.File("new/pictures")));
-  EXPECT_EQ(CheckImageFolder(nm), "");
-  // Only the humidity and pressure pictures on: the folder is not looked at.
-  nm.config.GraphImagePath = dir.File("other");
-  nm.config.GraphImage = {0, 0, 0, 0, 0, 1, 1};
-  EXPECT_EQ(CheckImageFolder(nm), "");
-  EXPECT_FALSE(fs::exists(dir.File("other")));
 }
 
 // The station saves at 24 bits and loads at 32; the other depths are the
@@ -151,14 +225,12 @@ TEST(GraphExport, DepthConversionReachesEachDepth) {
   FreeImageRuntime& fi = Library();
   FIBITMAP* source =
       fi.FreeImage_Allocate(16, 8, 32, FI_RGBA_RED_MASK, FI_RGBA_GREEN_MASK, FI_RGBA_BLUE_MASK);
-  ASSERT_NE(source, nullptr);
   EXPECT_EQ(ConvertColorDepth(fi, nullptr, DepthConversion{}), nullptr);
   EXPECT_EQ(ConvertColorDepth(fi, source, DepthConversion{33}), source);
   for (int bpp : {1, 4, 8, 15, 16}) {
     FIBITMAP* converted = ConvertColorDepth(fi, source, DepthConversion{bpp});
-    ASSERT_NE(converted, nullptr) << bpp;
-    EXPECT_EQ(fi.FreeImage_GetBPP(converted), bpp == 15 ? 16u : static_cast<unsigned>(bpp));
-    fi.FreeImage_Unload(converted);
+    EXPECT_EQ(converted ? fi.FreeImage_GetBPP(converted) : 0u, bpp == 15 ? 16u : unsigned(bpp));
+    if (converted) fi.FreeImage_Unload(converted);
   }
   fi.FreeImage_Unload(source);
 }
