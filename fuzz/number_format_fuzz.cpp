@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,34 +23,27 @@ namespace {
 using namespace nbx;
 using nbx::fuzz::Require;
 
-// A pattern of digit places only, with at most one point: the text it gives
-// is a plain number.
-bool IsPlainPattern(std::string_view pattern, int& decimals) {
-  int places = 0, points = 0;
-  decimals = 0;
-  for (char c : pattern) {
-    if (c == '0' || c == '#') {
-      ++places;
-      if (points > 0) ++decimals;
-    } else if (c == '.') {
-      ++points;
-    } else {
-      return false;
-    }
-  }
-  return places > 0 && points <= 1;
+// A pattern of digit places with at most one point writes a plain number,
+// with as many decimals as places behind the point.
+std::optional<int> PlainDecimals(std::string_view pattern) {
+  constexpr auto none = std::string_view::npos;
+  const std::size_t point = pattern.find('.');
+  if (pattern.find_first_not_of("0#.") != none || pattern.find_first_of("0#") == none ||
+      (point != none && pattern.find('.', point + 1) != none))
+    return std::nullopt;
+  return point == none ? 0 : static_cast<int>(pattern.size() - point - 1);
 }
 
 // The text stands for the value, rounded to the pattern's decimals on the
 // value's fifteen significant digits.
 void CheckPlainNumber(double value, std::string_view pattern, const std::string& text) {
-  int decimals = 0;
-  if (!IsPlainPattern(pattern, decimals) || std::fabs(value) >= 1e300) return;
+  const std::optional<int> decimals = PlainDecimals(pattern);
+  if (!decimals || std::fabs(value) >= 1e300) return;
   // "#" writes nothing for a zero, and a sign alone for a small negative value.
   if (text.empty() || text == "-") return;
   const std::optional<double> read = ParseNumber(text);
   Require(read.has_value(), "a plain pattern writes a plain number");
-  const double step = std::pow(10.0, -decimals);
+  const double step = std::pow(10.0, -*decimals);
   Require(std::fabs(*read - value) <= step / 2 * (1 + 1e-9) + std::fabs(value) * 1e-14,
           "the number written is the value rounded to the pattern's decimals");
 }

@@ -14,35 +14,25 @@ namespace {
 
 using namespace nbx;
 
-// The input of the receive-buffer fuzzer: what happens on the line, event
-// after event. An event is one byte, whose value modulo 4 is its kind, and
-// its operands:
-//   Bytes         a length byte n, then n bytes that arrive at once
-//   OneByOne      a length byte n, then n bytes that arrive one at a time
-//   TimePasses    a byte k: (k + 1) x 100 ms of virtual time pass
-//   StopAndStart  the Stop action, its 10 ms, then Start again
+// The input is what happens on the line, event after event: a byte whose
+// value modulo 4 is the event, then its operands:
+//   0  a length byte n, then n bytes that arrive at once
+//   1  a length byte n, then n bytes that arrive one at a time
+//   2  a byte k: (k + 1) x 100 ms of virtual time pass
+//   3  the Stop action, its 10 ms, then Start again
 // Input that ends inside an event ends the script.
-enum class LineEvent : std::uint8_t { Bytes = 0, OneByOne = 1, TimePasses = 2, StopAndStart = 3 };
-
-class LineScript {
- public:
-  explicit LineScript(std::string_view input) : input_(input) {}
-
-  bool Next(LineEvent& event) {
-    if (at_ >= input_.size()) return false;
-    event = static_cast<LineEvent>(static_cast<std::uint8_t>(input_[at_++]) % 4);
-    return true;
+struct LineScript {
+  std::uint8_t Byte() {
+    const std::uint8_t byte = rest.empty() ? 0 : static_cast<std::uint8_t>(rest[0]);
+    rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
+    return byte;
   }
-  std::uint8_t Operand() { return at_ < input_.size() ? static_cast<std::uint8_t>(input_[at_++]) : 0; }
   std::string_view Take(std::size_t n) {
-    const std::string_view out = input_.substr(std::min(at_, input_.size()), n);
-    at_ += out.size();
+    const std::string_view out = rest.substr(0, n);
+    rest.remove_prefix(out.size());
     return out;
   }
-
- private:
-  std::string_view input_;
-  std::size_t at_ = 0;
+  std::string_view rest;
 };
 
 using nbx::fuzz::Require;
@@ -75,33 +65,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   StartAction(st.nm);
   st.time.RunFor(10);
 
-  LineScript script(std::string_view(reinterpret_cast<const char*>(data), size));
-  LineEvent event;
+  LineScript script{std::string_view(reinterpret_cast<const char*>(data), size)};
   int checked = 0;
-  while (script.Next(event)) {
+  while (!script.rest.empty()) {
     if (st.host.cyclesProcessed != checked) {
       fuzz::CheckCycleResult(st.nm);
       checked = st.host.cyclesProcessed;
     }
-    switch (event) {
-      case LineEvent::Bytes:
-        st.Receive(script.Take(script.Operand()));
+    switch (script.Byte() % 4) {
+      case 0:
+        st.Receive(script.Take(script.Byte()));
         CheckReceiveBuffer(st.nm.state);
         break;
-      case LineEvent::OneByOne:
-        for (char byte : script.Take(script.Operand())) {
+      case 1:
+        for (char byte : script.Take(script.Byte())) {
           st.Receive(std::string_view(&byte, 1));
           CheckReceiveBuffer(st.nm.state);
         }
         break;
-      case LineEvent::TimePasses: {
+      case 2: {
         // A few minutes show every way of the line; an input of thousands
         // of failed cycles would only make the fuzzer slow.
-        const int ms = (script.Operand() + 1) * 100;
+        const int ms = (script.Byte() + 1) * 100;
         if (st.time.NowMs() + ms <= kLongestSessionMs) st.time.RunFor(ms);
         break;
       }
-      case LineEvent::StopAndStart:
+      default:
         StopAndWait(st);
         StartAction(st.nm);
         break;

@@ -3,6 +3,7 @@
 //
 // Input: one byte of set-up (bit 0: a comma is the machine's decimal
 // separator), four bytes of a colour, then the stored text.
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -22,17 +23,9 @@ using nbx::fuzz::Require;
 
 // Digits with at most one separator and few enough of them to be exact.
 bool IsPlainShortNumber(std::string_view t) {
-  int digits = 0, separators = 0;
-  for (char c : t) {
-    if (c >= '0' && c <= '9') {
-      ++digits;
-    } else if (c == '.' || c == ',') {
-      ++separators;
-    } else {
-      return false;
-    }
-  }
-  return digits >= 1 && digits <= 15 && separators <= 1;
+  const auto digits = std::count_if(t.begin(), t.end(), [](char c) { return c >= '0' && c <= '9'; });
+  return t.find_first_not_of("0123456789.,") == std::string_view::npos && digits >= 1 && digits <= 15 &&
+         t.size() - static_cast<std::size_t>(digits) <= 1;
 }
 
 void CheckLocaleNumbers(std::string_view text, char separator) {

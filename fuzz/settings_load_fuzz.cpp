@@ -78,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   KeepInside(c.FileName, "Nimbometer");
   KeepInside(c.FileNameCCDAP4, "NBX_SLD.dat");
   KeepInside(c.NetFileName, "NBX_NMNetData.dat");
-  st.UseSimulatedBox();
+  st.nm.io.link = &st.link;  // the simulated box answers
   StartAction(st.nm);
   const std::int64_t periodMs = static_cast<std::int64_t>(c.RefreshPeriod) * 1000;
   st.time.RunUntil([&] { return st.host.cyclesProcessed >= 2; }, 3 * periodMs + 60'000);

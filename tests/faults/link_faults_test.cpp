@@ -19,8 +19,7 @@ bool GivenUp(const std::string& line) { return IsUnsafe(line) && Number(line, "s
 // for every summary line, but for a cycle cut short by the Stop.
 void StopAndExpectALinePerCycle(StationProgram& station, const std::string& csv) {
   EXPECT_EQ(station.Stop(), 0);
-  std::string line;
-  while (station.NextCycle(line, 200ms)) {
+  for (std::string line; station.NextCycle(line, 200ms);) {
   }
   const DataFile file = ReadDataFile(csv);
   EXPECT_TRUE(file.whole) << file.lastLine;

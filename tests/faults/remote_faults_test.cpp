@@ -21,40 +21,22 @@ namespace {
 namespace fs = std::filesystem;
 
 // The master's side: a clear, dry night, stamped with the time of writing.
-class MasterRecord {
- public:
-  explicit MasterRecord(std::string path) : path_(std::move(path)) {
-    record_.Temp = 10;
-    record_.Cloud = -25;
-    record_.CloudRaw = -22;
-    record_.CloudTemp = 10;
-    record_.Rain = 3300;
-    record_.RainTemp = 12;
-    record_.Day = 10000;
-    record_.Switch = 1;
-    record_.Cycle = 0.4;
-    record_.DewPoint = 2;
-    record_.Humidity = 60;
-    record_.RelPressure = 1010;
-    record_.Wind = 5;
-    record_.Gust = 7;
-    record_.SpeedUnit = "K";
-    record_.WindPresent = -1;
-    record_.Version = 39;
+// The remote corrects the raw sky for its ambient itself.
+struct MasterRecord {
+  explicit MasterRecord(std::string file) : path(std::move(file)) {
+    record.Temp = record.CloudTemp = 10, record.Rain = 3300, record.RainTemp = 12, record.Day = 10000;
+    record.Switch = 1, record.Cycle = 0.4, record.DewPoint = 2, record.Humidity = 60;
+    record.RelPressure = 1010, record.Wind = 5, record.Gust = 7, record.WindPresent = -1;
   }
-  // The remote corrects the raw sky for its ambient itself.
   void Write(double rawSky) {
-    record_.CloudRaw = rawSky;
-    record_.Cloud = rawSky - 3;
-    record_.LastReading = NowSerial(clock_);
-    WriteFile(path_, EncodeTransferRecord(record_));
+    record.CloudRaw = rawSky;
+    record.Cloud = rawSky - 3;
+    record.LastReading = NowSerial(clock);
+    WriteFile(path, EncodeTransferRecord(record));
   }
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-  SystemClock clock_;
-  TransferRecord record_;
+  std::string path;
+  SystemClock clock;
+  TransferRecord record;
 };
 
 // The remote's summary lines of the next `span`, the master writing a fresh
@@ -83,17 +65,14 @@ TEST(RemoteFaults, ATransferFileTruncatedReplacedByAFolderOrLockedIsSurvived) {
   fs::create_directory(dir.File("share"));
   MasterRecord master(dir.File("share/NBX_NMNetData.dat"));
   master.Write(-25);
+  const std::string out = dir.File("out");
   StationProgram remote(dir, {{"Communication", {{"RefreshPeriod", "1"}, {"COMTimeout", "10"}}},
                               {"Window",
-                               {{"PathName", dir.File("out")},
-                                {"FileName", "night"},
-                                {"AutoStartRecording", "1"},
+                               {{"PathName", out}, {"FileName", "night"}, {"AutoStartRecording", "1"},
                                 {"GraphImagePath", dir.File("pictures")}}},
                               {"COMMFile",
-                               {{"NMRole0", "False"},
-                                {"NMRole1", "True"},
-                                {"NetFilePathRemote", dir.File("share")},
-                                {"PathNameCCDAP4", dir.File("out")}}}});
+                               {{"NMRole0", "False"}, {"NMRole1", "True"},
+                                {"NetFilePathRemote", dir.File("share")}, {"PathNameCCDAP4", out}}}});
   std::vector<std::string> lines = Mirror(remote, master, -25, true, 3s);
   ASSERT_FALSE(lines.empty());
   const double correction = Number(lines.back(), "sky") + 25;
@@ -102,7 +81,7 @@ TEST(RemoteFaults, ATransferFileTruncatedReplacedByAFolderOrLockedIsSurvived) {
 
   // Cut short as if read half-written: young values stand, no cycle runs
   // on a broken record, and the next whole record is taken.
-  WriteFile(master.path(), ReadFile(master.path()).substr(0, 300));
+  WriteFile(master.path, ReadFile(master.path).substr(0, 300));
   lines = Mirror(remote, master, -25, false, 3s);
   EXPECT_LE(lines.size(), 1u) << "a cycle ran on a broken record";
   for (const std::string& line : lines) EXPECT_TRUE(Mirrored(line, -25, correction)) << line;
@@ -114,20 +93,20 @@ TEST(RemoteFaults, ATransferFileTruncatedReplacedByAFolderOrLockedIsSurvived) {
   // A folder in its place for longer than COMTimeout: the values go, the
   // conditions turn Unknown and the verdict UNSAFE, the data too old; then
   // the file comes back.
-  fs::remove(master.path());
-  fs::create_directory(master.path());
+  fs::remove(master.path);
+  fs::create_directory(master.path);
   lines = Mirror(remote, master, -24, false, 14s);
   ASSERT_FALSE(lines.empty());
   EXPECT_TRUE(IsUnsafe(lines.back()) && Number(lines.back(), "sky") == 99900) << lines.back();
   EXPECT_EQ(Field(lines.back(), "codes"), "w42") << lines.back();
-  fs::remove(master.path());
+  fs::remove(master.path);
   lines = Mirror(remote, master, -23, true, 3s);
   ASSERT_FALSE(lines.empty());
   EXPECT_TRUE(Mirrored(lines.back(), -23, correction)) << lines.back();
 
   // Locked by another program: on this system a lock keeps no reader out,
   // and the remote goes on reading what the master writes.
-  const int fd = ::open(master.path().c_str(), O_RDWR);
+  const int fd = ::open(master.path.c_str(), O_RDWR);
   ASSERT_GE(fd, 0);
   ASSERT_EQ(::flock(fd, LOCK_EX), 0);
   struct flock whole {};

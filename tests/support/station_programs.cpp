@@ -19,11 +19,6 @@ std::vector<std::string> BoxArguments(const TempDir& dir, std::vector<std::strin
   return all;
 }
 
-std::string WrittenSettings(const std::string& path, const IniSections& settings) {
-  WriteFile(path, IniText(settings));
-  return path;
-}
-
 std::vector<std::string> StationEnvironment(const TempDir& dir, const std::string& errors,
                                             std::vector<std::string> environment) {
   // Later entries win: the caller's come last.
@@ -105,7 +100,7 @@ IniSections MasterSettings(const std::string& port, const std::string& folder, c
 
 StationProgram::StationProgram(const TempDir& dir, const IniSections& settings, const std::string& name,
                                const std::vector<std::string>& environment)
-    : settings(WrittenSettings(dir.File(name + ".ini"), settings)),
+    : settings((WriteFile(dir.File(name + ".ini"), IniText(settings)), dir.File(name + ".ini"))),
       errors(dir.File(name + ".err")),
       process("/bin/sh",
               {"-c", "exec \"$0\" \"$@\" 2>\"$NBX_ERRORS\"", NBX_NIMBOMETER_PATH, "--headless", "--settings",
