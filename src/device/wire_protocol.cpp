@@ -308,6 +308,13 @@ void OnComm(Nimbometer& nm) {
     s.RxBuffer.erase(0, FrameLength);
     nm.io.host->Trace("Rx Complete: " + frame);
     ShowBufferLength(nm);
+    // A run shifted by a stray byte no longer starts its frames with "!":
+    // what sits at the type position is then any byte of the stream, and
+    // taking it would let line noise declare a sensor (an "8" makes the box
+    // look fitted with a sky-quality meter until the next Start) or set the
+    // relay. Such a frame is not understood; the cycle fails by its lost
+    // end-of-reply.
+    if (frame.front() != '!') continue;
     DispatchFrame(nm, frame, endSeen);
   }
   if (endSeen) {

@@ -40,10 +40,12 @@ TEST_F(WireProtocol, ByteByByteYieldsTheFramesAndReleasesTheNextCommandOnce) {
 
 TEST_F(WireProtocol, ResynchronisesOnlyOnTheFirstStartByteAndReadsPastTheEndOfReply) {
   // Garbage before the first "!" is dropped. A stray byte between frames shifts the rest of
-  // the run: the next frame is not understood, and the end-of-reply frame is lost with it.
-  Receive("\x13\xffxx" + Frame('1', "-1520") + "#" + Frame('1', "-1600") + EndOfReplyFrame());
-  EXPECT_EQ(std::tuple(nm.state.SamplesSkyIR.values[0], nm.state.SamplesSkyIR.count, link.written.size()),
-            std::tuple(-1520.0, 1, 1u));
+  // the run: its frames are not understood, even where a byte of noise sits at the type's
+  // place, and the end-of-reply frame is lost with them.
+  Receive("\x13\xffxx" + Frame('1', "-1520") + "#8" + Frame('1', "-1600") + EndOfReplyFrame());
+  EXPECT_EQ(std::tuple(nm.state.SamplesSkyIR.values[0], nm.state.SamplesSkyIR.count, link.written.size(),
+                       nm.state.SQMPresent),
+            std::tuple(-1520.0, 1, 1u, false));
   // The next send empties the buffer and the run is read right again.
   SendNextCommand(nm);
   ASSERT_EQ(link.written.back(), "T!");
