@@ -44,9 +44,8 @@ class QtApplication : public ::testing::Environment {
 };
 [[maybe_unused]] const auto* const qtApplication = ::testing::AddGlobalTestEnvironment(new QtApplication);
 
-int connections = 0;
-
 QString NextConnectionName(const char* kind) {
+  static int connections = 0;
   return QStringLiteral("%1-%2").arg(QLatin1String(kind)).arg(++connections);
 }
 

@@ -20,9 +20,9 @@ std::string ConfigHome();
 // Lets the event loop run until `done` or `maxMs` has passed.
 bool WaitUntil(const std::function<bool()>& done, int maxMs = 10000);
 
-// A program with a connection of its own to the session bus, or to the bus at
-// `address`, calling the automation object as any client would. The object
-// may answer on this thread: each call runs the event loop until its reply.
+// A connection of its own to the session bus, or to the bus at `address`,
+// calling the object as any client would; each call runs the event loop
+// until its reply, as the object may answer on this thread.
 class BusClient {
  public:
   explicit BusClient(const QString& address = {});
@@ -38,8 +38,7 @@ class BusClient {
   QVariant Get(const QString& property, const QString& path = QStringLiteral("/Nimbometer"),
                const QString& interface = QStringLiteral("NBX_Nimbometer.Nimbometer"));
   QDBusMessage Set(const QString& property, const QVariant& value);
-  // Leaves the bus, as a program that ends without releasing its objects.
-  void Leave();
+  void Leave();  // as a program that ends without releasing its objects
 
  private:
   QString name_;
@@ -48,10 +47,7 @@ class BusClient {
 
 class FakeSound : public SoundPlayer {
  public:
-  bool Play(const std::string& file, bool) override {
-    playing = file;
-    return true;
-  }
+  bool Play(const std::string& file, bool) override { return !(playing = file).empty(); }
   void Stop() override { playing.clear(); }
   bool IsPlaying() const override { return !playing.empty(); }
   std::string playing;

@@ -63,7 +63,7 @@ TEST(HeadlessObject, AClientsCallStartsTheStationThroughTheActivationFile) {
   WriteFile(dir.File("bus.conf"), "<busconfig><type>session</type><listen>unix:path=" + dir.File("bus") +
                                       "</listen><servicedir>" + dir.File("services") +
                                       "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
-                                      "<allow own=\"*\"/></policy></busconfig>\n");
+                                      "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>\n");
   ChildProcess bus("/usr/bin/env",
                    {"dbus-daemon", "--config-file=" + dir.File("bus.conf"), "--nofork", "--print-address=1"},
                    {"XDG_CONFIG_HOME=" + dir.File("config"), "HOME=" + dir.path()});

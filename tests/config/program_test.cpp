@@ -4,6 +4,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include "config/program_start.h"
 #include "key_list.h"
 #include "support/child_process.h"
 
@@ -19,20 +20,18 @@ using test::TempDir;
 struct Station {
   Station(const TempDir& home, std::vector<std::string> arguments,
           const std::string& program = NBX_NIMBOMETER_PATH, const std::string& variable = "NBX_TEST=1")
-      : process("/bin/sh", Command(program, std::move(arguments)),
+      : process("/bin/sh", Args(program, std::move(arguments)),
                 // The offscreen platform wants a runtime folder, and warns without one.
                 {variable, "HOME=" + home.path(), "XDG_CONFIG_HOME=" + home.File("config"),
                  "XDG_RUNTIME_DIR=" + home.path()}) {}
-  static std::vector<std::string> Command(const std::string& program, std::vector<std::string> arguments) {
+  static std::vector<std::string> Args(const std::string& program, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"-c", "exec \"$0\" --headless \"$@\" 2>&1", program});
     return arguments;
   }
-  // Reads lines until one holds `text`; every line read is kept in `output`.
+  // Reads lines until one holds `text`, keeping every line read in `output`.
   bool WaitFor(const std::string& text, std::chrono::milliseconds timeout = 10s) {
-    for (std::string line; process.ReadLine(line, timeout);) {
-      output.push_back(line);
-      if (line.find(text) != std::string::npos) return true;
-    }
+    for (std::string line; process.ReadLine(line, timeout);)
+      if (output.push_back(line); line.find(text) != std::string::npos) return true;
     return false;
   }
   int Terminate() {
@@ -65,6 +64,7 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   fs::copy_file(NBX_NIMBOMETER_PATH, folder + "/nimbometer");
   test::WriteFile(folder + "/NBX_Updater_net.exe", "new");
   test::WriteFile(folder + "/NBX_Updater.exe", "current");
+  test::WriteFile(folder + "/nbx_updater_EXE.OLD", "older");
 
   Station first(dir, {}, folder + "/nimbometer", "NBX_FREEIMAGE_LIBRARY=/nonexistent/libfreeimage.so");
   ASSERT_TRUE(first.WaitFor("Sub main4"));
@@ -75,7 +75,7 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   EXPECT_EQ(first.output.back(), folder);
   EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater.exe"), "new");
   EXPECT_EQ(test::ReadFile(folder + "/NBX_Updater_exe.old"), "current");
-  EXPECT_FALSE(fs::exists(folder + "/NBX_Updater_net.exe"));
+  for (const char* gone : {"/NBX_Updater_net.exe", "/nbx_updater_EXE.OLD"}) EXPECT_FALSE(fs::exists(folder + gone));
 
   Station second(dir, {});
   EXPECT_EQ(second.process.Wait(10s), 0);
@@ -102,6 +102,19 @@ TEST(HeadlessProgram, OneStationPerStoreEveryKeySavedAtExitAndItsOwnFolderLooked
   EXPECT_EQ(Value(perUser, "Communication", "PortName"), "/nonexistent/tty");
   EXPECT_EQ(Value(perUser, "COMMFile", "NetFilePath"), dir.File("Documents"));
   EXPECT_EQ(Value(perUser, "Window", "Left"), "33");  // no window, its place as it was
+}
+
+// The program test swaps a new updater for a current one; alone, either is
+// left as the updater, found whatever its case, and nothing goes to ".old".
+TEST(ProgramStart, ANewUpdaterAloneBecomesTheUpdaterAndNoneMovesNothing) {
+  for (const char* present : {"NBX_Updater_net.exe", "nbx_updater_NET.EXE", "NBX_Updater.exe"}) {
+    SCOPED_TRACE(present);
+    TempDir dir;
+    test::WriteFile(dir.File(present), "only");
+    SwapInNewUpdater(dir.path());
+    EXPECT_EQ(test::ReadFile(dir.File("NBX_Updater.exe")), "only");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1);
+  }
 }
 
 }  // namespace

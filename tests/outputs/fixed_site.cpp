@@ -9,54 +9,33 @@ FixedSite::FixedSite() {
   nm.io.host = &host;
 
   Config& c = nm.config;
-  c.LblPathName = dir.path();
-  c.LblPathNameCCDAP4 = dir.path();
-  c.NetPathMaster = dir.path();
-  c.NetPathRemote = dir.path();
+  c.LblPathName = c.LblPathNameCCDAP4 = c.NetPathMaster = c.NetPathRemote = dir.path();
   c.COMPort = 2;
 
   SiteState& s = nm.state;
-  s.IsRunning = true;
-  s.GoodCycleSinceStart = true;
+  s.IsRunning = s.GoodCycleSinceStart = s.IsWindPresent = s.SQMPresent = true;
   s.FirmwareMajor = 6;
   s.FirmwareMinor = 1;
   s.FirmwarePatch = 0;
   s.SerialNo = "1234";
-  s.Value_Cloud = -18.46;
-  s.Value_CloudRaw = -20.125;
-  s.Value_CloudTemp = 8.04;
-  s.Value_Temp = 7.5;
-  s.Value_Wind = 12.25;
-  s.Value_Gust = 19.96;
-  s.Value_WindDir = 270;
-  s.IsWindPresent = true;
-  s.HumidityPresent = 1;
-  s.Value_HumidityRel = 63.4;
-  s.Value_HumSensTemp = 9.5;
-  s.Value_DewPointT = 0.74;
-  s.PressurePresent = 1;
-  s.Value_AbsPressure = 1001.25;
-  s.Value_RelPressure = 1013.2;
-  s.Value_Rain = 3123.7;
-  s.Value_RainHeat = 0.35;
-  s.Value_RainTemp = 2.25;
-  s.SQMPresent = true;
-  s.Value_Day = 19.564;
+  s.HumidityPresent = s.PressurePresent = 1;
   s.Value_Switch = 1;
-  s.Value_Cycle = 2.345;
-  s.ReferenceVoltage = 5;
+  using S = SiteState;
+  const std::pair<double S::*, double> values[] = {
+      {&S::Value_Cloud, -18.46},      {&S::Value_CloudRaw, -20.125},  {&S::Value_CloudTemp, 8.04},
+      {&S::Value_Temp, 7.5},          {&S::Value_Wind, 12.25},        {&S::Value_Gust, 19.96},
+      {&S::Value_WindDir, 270},       {&S::Value_HumidityRel, 63.4},  {&S::Value_HumSensTemp, 9.5},
+      {&S::Value_DewPointT, 0.74},    {&S::Value_AbsPressure, 1001.25}, {&S::Value_RelPressure, 1013.2},
+      {&S::Value_Rain, 3123.7},       {&S::Value_RainHeat, 0.35},     {&S::Value_RainTemp, 2.25},
+      {&S::Value_Day, 19.564},        {&S::Value_Cycle, 2.345},       {&S::ReferenceVoltage, 5}};
+  for (const auto& [value, number] : values) s.*value = number;
   s.LastReading = ToSerialDate({2026, 11, 21, 21, 59, 58});
   s.LastUnsafe = ToSerialDate({2026, 11, 21, 3, 15, 0});
-  s.NBX_CloudCondition = 1;
-  s.NBX_CloudSafe = 1;
-  s.NBX_RainCondition = 1;
-  s.NBX_RainSafe = 1;
-  s.NBX_WindCondition = 2;
-  s.NBX_WindSafe = 2;
+  s.NBX_CloudCondition = s.NBX_CloudSafe = s.NBX_RainCondition = s.NBX_RainSafe = 1;
+  s.NBX_HumiditySafe = s.NBX_PressureSafe = 1;
+  s.NBX_WindCondition = s.NBX_WindSafe = 2;
   s.NBX_DayCondition = 3;
   s.NBX_DaySafe = 0;
-  s.NBX_HumiditySafe = 1;
-  s.NBX_PressureSafe = 1;
   s.Stats_Universe = 2;
   s.SizeSampleArrays();
   s.SamplesSkyIR.values = {-1850, -1846};

@@ -8,10 +8,13 @@
 #include <type_traits>
 
 #include "fixed_site.h"
+#include "device/link_life.h"
 #include "device/remote_reading.h"
 #include "editing/master_constants.h"
 #include "outputs/data_outputs.h"
 #include "outputs/transfer_file.h"
+#include "support/child_process.h"
+#include "support/sim_station.h"
 
 namespace nbx {
 namespace {
@@ -205,6 +208,59 @@ TEST(TransferFile, AMastersRecordOnARemoteThenFailedAndOldReads) {
   EXPECT_EQ(site.nm.display.StatusBar.Caption, "Reading is -7200 sec wrong");
   EXPECT_EQ(site.nm.display.StatusBar2.Caption, "w42");
   EXPECT_DOUBLE_EQ(s.Value_Temp, 45.5) << "an old record is still read";
+}
+
+// A master gone still is one whose record stood through ten reads AND five
+// minutes; the values go Unknown at the first read where both hold. A short
+// period makes the time bind, a long one the count. The communication alarm
+// follows the age of the data meanwhile. Remote and master share one clock.
+TEST(RemoteStation, AStillRecordBlanksAfterTenReadsAndFiveMinutes) {
+  for (int period : {5, 60}) {
+    SCOPED_TRACE(period);
+    test::TempDir share;
+    test::SimStation remote;
+    Nimbometer master;
+    Config& c = remote.nm.config;
+    SiteState& s = remote.nm.state;
+    c.NMRole = {false, true};
+    c.NetPathRemote = c.LblPathNameCCDAP4 = c.LblPathName = master.config.NetPathMaster = share.path();
+    c.COMTimeout = 20;
+    c.RefreshPeriod = period;
+    c.AlarmCom = {1, "lost.wav"};
+    master.io.clock = &remote.time;
+    master.io.host = &remote.host;
+    master.state.Value_Temp = 11.5;
+    const auto masterWrites = [&] {
+      master.state.LastReading = master.NowSerial();
+      WriteTransferFile(master);
+    };
+    const auto age = [&] { return (remote.nm.NowSerial() - *s.LastReading) * 86400; };
+    masterWrites();
+    StartAction(remote.nm);
+    remote.RunPeriods(1);
+    EXPECT_FALSE(s.RemoteCommAlarmOn);
+    remote.time.RunUntil([&] { return s.LastReading && (s.SameReadingCount >= 10 || age() >= 300); }, 900000);
+    EXPECT_EQ(s.Value_Temp, 11.5) << "one of the two alone keeps the values";
+    remote.time.RunUntil([&] { return s.Value_Temp == 999; }, 900000);
+    EXPECT_GE(s.SameReadingCount, 10);
+    EXPECT_GE(age(), 300);
+    EXPECT_TRUE(s.SameReadingCount == 10 || age() < 300 + period) << "blanked a read late";
+    EXPECT_EQ(s.Value_CloudRaw, 99900);
+    EXPECT_EQ(s.Value_Rain, -10);
+    EXPECT_TRUE(s.RemoteCommAlarmOn);
+    EXPECT_TRUE(s.AlarmHeld) << "the safety step must not stop it";
+    if (period > 20) continue;
+    masterWrites();
+    remote.RunPeriods(1);
+    EXPECT_FALSE(s.RemoteCommAlarmOn);
+    EXPECT_FALSE(s.AlarmHeld);
+    // Unchecking the box ends a sounding alarm, old data or not.
+    remote.RunPeriods(5);
+    ASSERT_TRUE(s.RemoteCommAlarmOn);
+    c.AlarmCom.Value = 0;
+    remote.RunPeriods(1);
+    EXPECT_FALSE(s.RemoteCommAlarmOn);
+  }
 }
 
 }  // namespace

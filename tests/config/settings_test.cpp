@@ -2,7 +2,9 @@
 
 #include <map>
 #include <set>
+#include <string>
 #include <tuple>
+#include <vector>
 
 #include "config/electrical_settings.h"
 #include "config/memory_settings.h"
@@ -10,6 +12,8 @@
 #include "config/settings_order.h"
 #include "core/nimbometer.h"
 #include "key_list.h"
+#include "station/settings_store.h"
+#include "support/child_process.h"
 
 namespace nbx {
 namespace {
@@ -62,21 +66,18 @@ std::string Different(const KeyAddress& address, const std::string& defaultText)
 
 // The buttons of an option group, and the rain limit that follows the
 // unknown rain value: keys that one change carries along.
-const std::vector<std::set<KeyAddress>>& LinkedKeys() {
-  static const std::vector<std::set<KeyAddress>> groups = {
-      {{"Limit", "UnitsSpeed0"}, {"Limit", "UnitsSpeed1"}, {"Limit", "UnitsSpeed2"}, {"Limit", "UnitsSpeed3"}},
-      {{"Window", "UnitsTemp0"}, {"Window", "UnitsTemp"}},
-      {{"Switch", "SWRole0"}, {"Switch", "SWRole1"}},
-      {{"Switch", "SWAnemoModel0"}, {"Switch", "SWAnemoModel1"}, {"Switch", "SWAnemoModel2"}},
-      {{"COMMFile", "NMRole0"}, {"COMMFile", "NMRole1"}},
-      {{"Window", "QualityTop"}, {"Window", "QualityGood"}, {"Window", "QualityNormal"}},
-      {{"Window", "UnknownRain"}, {"Limit", "Rain"}},
-  };
-  return groups;
-}
+const std::vector<std::set<KeyAddress>> kLinked = {
+    {{"Limit", "UnitsSpeed0"}, {"Limit", "UnitsSpeed1"}, {"Limit", "UnitsSpeed2"}, {"Limit", "UnitsSpeed3"}},
+    {{"Window", "UnitsTemp0"}, {"Window", "UnitsTemp"}},
+    {{"Switch", "SWRole0"}, {"Switch", "SWRole1"}},
+    {{"Switch", "SWAnemoModel0"}, {"Switch", "SWAnemoModel1"}, {"Switch", "SWAnemoModel2"}},
+    {{"COMMFile", "NMRole0"}, {"COMMFile", "NMRole1"}},
+    {{"Window", "QualityTop"}, {"Window", "QualityGood"}, {"Window", "QualityNormal"}},
+    {{"Window", "UnknownRain"}, {"Limit", "Rain"}},
+};
 
 std::set<KeyAddress> CarriedWith(const KeyAddress& key) {
-  for (const auto& group : LinkedKeys())
+  for (const auto& group : kLinked)
     if (group.count(key)) return group;
   return {key};
 }
@@ -127,8 +128,12 @@ TEST(SettingsStore, EachKeyOfTheListComesBackUnderItsOwnName) {
     if (key == KeyAddress{"Description", "Wet"}) {
       EXPECT_EQ(nm.display.CheckRain[1].Caption, "Wetx");
     }
+    // The sample stores are sized to what was loaded.
     if (key == KeyAddress{"Electrical", "Stats_Universe"}) {
       EXPECT_EQ(nm.state.SamplesLDR.values.size(), 12u);
+    }
+    if (key == KeyAddress{"Window", "AvgWindCalc"}) {
+      EXPECT_EQ(nm.state.WindSamples.size(), 13u);
     }
     std::set<KeyAddress> expected = {key};
     if (key == KeyAddress{"AlarmHumidity", "RHNormal"}) expected = {{"AlarmHumidity", "RHLight"}};
@@ -146,34 +151,6 @@ TEST(SettingsStore, EachKeyOfTheListComesBackUnderItsOwnName) {
   }
 }
 
-TEST(SettingsStore, DeliberateAsymmetriesBetweenLoadAndUnload) {
-  MemorySettings store;
-  store.Save("AlarmHumidity", "RHNormal", "/sounds/normal.wav");
-  store.Save("Limit", "Rain", "1234");
-  store.Save("Window", "UnknownRain", "15");
-  store.Save("Window", "Left", "33");
-  Nimbometer nm = LoadFrom(store);
-  EXPECT_EQ(nm.config.AlarmHumidity[1].Tag, "/sounds/normal.wav");
-  EXPECT_EQ(nm.config.RainLimit[2], 15);  // follows the unknown value, not the key "Rain"
-
-  // Headless there is no window: its place in the store stays as it was.
-  nm.config.Left = 500;
-  ASSERT_TRUE(UnloadSettings(store, nm, {'.', false}));
-  EXPECT_EQ(store.Get("Window", "Left", ""), "33");
-  EXPECT_EQ(store.Get("Limit", "Rain", ""), "15");
-  EXPECT_EQ(store.Get("AlarmHumidity", "RHLight", ""), "/sounds/normal.wav");
-
-  // The second humidity sound lasts one run; the first stays.
-  Nimbometer restarted = LoadFrom(store);
-  EXPECT_EQ(restarted.config.AlarmHumidity[1].Tag, "/sounds/normal.wav");
-  restarted.config.Left = 500;
-  MemorySettings next;
-  UnloadSettings(next, restarted, {'.', true});
-  next.values.erase({"AlarmHumidity", "RHNormal"});
-  EXPECT_EQ(LoadFrom(next).config.AlarmHumidity[1].Tag, "");
-  EXPECT_EQ(next.Get("Window", "Left", ""), "500");  // a normal window writes its place
-}
-
 TEST(SettingsLoad, AStoreWrittenUnderAGermanSystem) {
   MemorySettings store;
   store.Save("Window", "UnitsTemp0", "Falsch");
@@ -184,7 +161,10 @@ TEST(SettingsLoad, AStoreWrittenUnderAGermanSystem) {
   store.Save("COMMFile", "NMRole1", " False"); // untrimmed: true
   store.Save("File", "Prt03", "Faux");
   store.Save("File", "Hdr01", "Datum und Uhrzeit der Messung im Format");
+  store.Save("Limit", "Rain", "1234");
+  store.Save("Window", "UnknownRain", "15");
   Nimbometer nm = LoadFrom(store);
+  EXPECT_EQ(nm.config.RainLimit[2], 15);  // follows the unknown value, not the key "Rain"
   EXPECT_EQ(nm.config.UnitTempStr, "F");
   EXPECT_DOUBLE_EQ(nm.config.DarkReference, 20.25);
   EXPECT_DOUBLE_EQ(nm.config.CloudLimit[0], -5);  // a comma is no decimal point here
@@ -197,9 +177,12 @@ TEST(SettingsLoad, AStoreWrittenUnderAGermanSystem) {
   // numbers go back to the store with it.
   EXPECT_DOUBLE_EQ(LoadFrom(store, ',').config.CloudLimit[0], -7.5);
   nm.config.CloudTempK1 = 33.5;
-  const Texts saved = SavedTexts(nm, ',');
+  nm.config.Left = 500;
+  const Texts saved = SavedTexts(nm, ',', false);
   EXPECT_EQ(saved.at({"Window", "CloudTempK1"}), "33,5");
   EXPECT_EQ(saved.at({"Window", "UnitsTemp0"}), "False");
+  EXPECT_EQ(saved.at({"Limit", "Rain"}), "15");
+  EXPECT_FALSE(saved.count({"Window", "Left"})) << "headless there is no window: its place stays";
 }
 
 TEST(SettingsLoad, NumberKeysWithLettersBlanksOrUnusableValuesGiveTheirDefault) {
@@ -243,6 +226,117 @@ TEST(ResetElectParam, StoresTheNineConstantsForTheNextStart) {
   EXPECT_EQ(store.values.size(), 9u);
   EXPECT_EQ(store.Get("Electrical", "ZenerVoltage", ""), "2,54");
   EXPECT_EQ(OtherTargets(LoadFrom(store, ',')), OtherTargets(nm));
+}
+
+TEST(BoolFromSetting, FalseWordsOfFiveLanguagesAndEverythingElseTrue) {
+  for (const char* word : {"False", "Falso", "Falsch", "0", "Faux"})
+    EXPECT_FALSE(BoolFromSetting(word, true)) << word;
+  // The comparison is exact: case, blanks around and other words are true.
+  for (const char* word : {"True", "false", " False", "00", "x"})
+    EXPECT_TRUE(BoolFromSetting(word, false)) << word;
+  // Nothing but blanks gives the key's default, not false.
+  EXPECT_TRUE(BoolFromSetting("  ", true));
+  EXPECT_FALSE(BoolFromSetting("", false));
+}
+
+TEST(NumberFromSetting, SameNumberUnderEveryLocaleWithoutSign) {
+  // The last separator counts; one at the end divides by 1.
+  const std::pair<const char*, double> read[] = {
+      {"19,6", 19.6}, {" 2.5 ", 2.5}, {"1.2,3", 12.3}, {"19.", 19}, {",5", 0.5}};
+  for (const auto& [text, value] : read) EXPECT_DOUBLE_EQ(DoubleFromSetting(text, 0), value) << text;
+  // Blank text, a sign, a letter, an inner blank; digits beyond what a double
+  // holds: the default, never an infinity or no number.
+  for (const std::string& text : std::vector<std::string>{
+           "", "-5", "19.6a", "1 9", "1e3", std::string(400, '7'), "1." + std::string(400, '0')})
+    EXPECT_DOUBLE_EQ(DoubleFromSetting(text, 7.5), 7.5) << text;
+
+  // Ties go to the even number; 40000 is no 16-bit number.
+  const std::pair<const char*, int> whole[] = {{" ", 3}, {" -7 ", -7}, {"12.5", 12}, {"40000", 3}, {"4a", 3}};
+  for (const auto& [text, value] : whole) EXPECT_EQ(IntFromSetting(text, 3), value) << text;
+  EXPECT_EQ(IntFromSetting("13,5", 3, ','), 14);
+  EXPECT_EQ(LongFromSetting("40000", 3), 40000);
+  EXPECT_EQ(LongFromSetting("3000000000", 3), 3);
+}
+
+TEST(PlainConversions, LocaleNumbersAndALetterGivesTheDefault) {
+  EXPECT_DOUBLE_EQ(NumberFromText("9,9", 0, ','), 9.9);
+  EXPECT_DOUBLE_EQ(NumberFromText("9.9", 0, ','), 9.9);  // the point reads everywhere
+  EXPECT_DOUBLE_EQ(NumberFromText(" -2.5e2 ", 0, '.'), -250);
+  for (const char* text : {"12a", "1,000", "-", ".", "1e400", "0x10"})
+    EXPECT_DOUBLE_EQ(NumberFromText(text, 4.25, '.'), 4.25) << text;
+  EXPECT_EQ(LongFromText("2147483648", 1, '.'), 1);
+  EXPECT_EQ(LongFromText("1e3", 1, '.'), 1000);
+  EXPECT_EQ(IntegerFromText("-32768", 1, '.'), -32768);
+  EXPECT_EQ(IntegerFromText("-32769", 1, '.'), 1);
+
+  EXPECT_FALSE(BooleanFromText(" FALSE ", true));
+  EXPECT_TRUE(BooleanFromText("-1", false));
+  EXPECT_TRUE(BooleanFromText("Falsch", true));  // no word the platform knows: the default
+  EXPECT_EQ(ColourFromText("-2147483633", 0), 0x8000000Fu);
+  EXPECT_EQ(ColourFromText("blue", 0x404040), 0x404040u);
+}
+
+TEST(SettingTexts, NumbersInTheLocaleNotationReadBackTheSame) {
+  for (const auto& [value, text] : {std::pair{30.0 / 10, "3"}, {-0.0, "0"}, {1.0 / 3, "0.333333333333333"}})
+    EXPECT_EQ(NumberToText(value, '.'), text);
+  EXPECT_EQ(ColourToText(0x8000000F), "-2147483633");
+  for (double value : {-30.0, 19.6, 1e-7, 1e20})
+    for (char separator : {'.', ','})
+      EXPECT_DOUBLE_EQ(NumberFromText(NumberToText(value, separator), 0, separator), value)
+          << value << separator;
+}
+
+TEST(IniSettings, AHandWrittenFileIsReadAndSavedWithoutLosingForeignKeys) {
+  test::TempDir dir;
+  const std::string file = dir.File("station.ini");
+  test::WriteFile(file,
+                  "[Communication]\nRS232Setup=9600,n,8,1\nPortName=/dev/ttyUSB0\nRefreshPeriod=3\n"
+                  "[SQM]\nDarkReferenceValue=19,6\n"
+                  "[Description]\nClear=Tr\xC3\xA8s clair\n"
+                  "[Window]\nUnitsTemp0=Falsch\nUnitsTemp=True\nFutureKey=kept too\n"
+                  "[LaterVersion]\nNewKey=kept\n");
+  Nimbometer nm;
+  {
+    IniSettings store(QString::fromStdString(file));
+    EXPECT_TRUE(store.CheckReadable());
+    nm = LoadFrom(store);
+    // Commas that the INI format would take for lists, and UTF-8 text.
+    EXPECT_EQ(nm.config.CommSettings, "9600,n,8,1");
+    EXPECT_DOUBLE_EQ(nm.config.DarkReference, 19.6);
+    EXPECT_EQ(nm.config.ColorCloud[0].Caption, "Tr\xC3\xA8s clair");
+
+    nm.config.RefreshPeriod = 4;
+    ASSERT_TRUE(UnloadSettings(store, nm, {'.', false}));
+    EXPECT_TRUE(store.Flush());
+  }
+  // The file on disk as a plain reader sees it.
+  const std::string text = test::ReadFile(file);
+  for (const char* line : {"RS232Setup=\"9600,n,8,1\"\n", "RefreshPeriod=4\n", "UnitsTemp0=False\n",
+                           "FutureKey=kept too\n", "[LaterVersion]\nNewKey=kept\n"})
+    EXPECT_NE(text.find(line), std::string::npos) << line << "\n" << text;
+
+  // And read back by the program, the same configuration.
+  IniSettings again(QString::fromStdString(file));
+  EXPECT_TRUE(LoadFrom(again).config == nm.config);
+}
+
+// A folder where the file should be cannot be read; a file whose folder
+// cannot exist reads as a fresh installation. Neither can be written.
+TEST(IniSettings, AFileThatCannotBeReadOrWrittenIsReportedAndGivesDefaults) {
+  test::TempDir dir;
+  test::WriteFile(dir.File("plain-file"), "x");
+  for (const std::string& file : {dir.path(), dir.File("plain-file/station.ini")}) {
+    IniSettings store(QString::fromStdString(file));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(store.CheckReadable(), file != dir.path()) << file;
+    EXPECT_EQ(store.Get("Communication", "RS232Setup", "9600,n,8,1"), "9600,n,8,1");
+    store.Save("Communication", "Port", "2");
+    EXPECT_FALSE(store.Flush());
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(errors.find("cannot read the settings file " + file) != std::string::npos, file == dir.path())
+        << errors;
+    EXPECT_NE(errors.find("cannot write the settings file " + file), std::string::npos) << errors;
+  }
 }
 
 }  // namespace
