@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QCheckBox>
 #include <QTest>
 #include <functional>
@@ -12,6 +13,7 @@
 #include "station/system_areas.h"
 #include "support/child_process.h"
 #include "ui/main_window/main_window.h"
+#include "ui/main_window/window_host.h"
 #include "ui/window_dialogs/window_dialogs.h"
 #include "ui_dialogs/modal_script.h"
 
@@ -22,15 +24,21 @@ TEST(WindowDialogs, NewInstallationAskedAtLoadThenEachHookOpensItsWindow) {
   test::TempDir dir;
   IniSettings store(QString::fromStdString(dir.File("station.ini")));
   Station station;
+  WindowHost host(station.host());
+  station.nm().io.host = &host;
+  station.nm().config.LastUpdateMsg = " Updated to 7.01.000 ";
   NBXNimbometerForm window(station, store);
   new WindowDialogs(window, station);
   {
-    test::ModalScript script({test::Press("No")});
+    // The last update's status is told once, after the first-start question.
+    test::ModalScript script({test::Press("No"), test::Press("OK")});
     window.Load();
     window.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return station.nm().state.DeviceInitialized == 1; }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return script.done(); }, 5000));
+    EXPECT_EQ(station.nm().state.DeviceInitialized, 1);
     EXPECT_FALSE(station.nm().IsMaster());
-    EXPECT_EQ(script.messages, QStringList{"Is this the MASTER installation ?"});
+    EXPECT_EQ(script.messages, (QStringList{"Is this the MASTER installation ?", " Updated to 7.01.000 "}));
+    EXPECT_EQ(station.nm().config.LastUpdateMsg, "");
   }
 
   auto rightClick = [&window](const char* control) {
@@ -44,7 +52,9 @@ TEST(WindowDialogs, NewInstallationAskedAtLoadThenEachHookOpensItsWindow) {
       {rightClick("GraphTemp"), "NBXTempLimForm"},
       {rightClick("AlarmRain(2)"), "NBXSoundForm"},
       {rightClick("ElecAmbBeta"), "NBXElectConst"},
+      {[&] { window.findChild<QAction*>("mnuUpdate")->trigger(); }, "NBXUpdateForm"},
   };
+  EXPECT_EQ(window.findChild<QAction*>("mnuUpdate")->text().remove('&'), "Check for updates ...");
   for (const Case& c : cases) {
     QString opened;
     test::ModalScript script({[&opened](QWidget* dialog) {

@@ -17,7 +17,7 @@
 #include "ui/dialogs/about/about_dialog.h"
 #include "ui/dialogs/update/update_form.h"
 #include "ui_dialogs/modal_script.h"
-#include "update/loopback_server.h"
+#include "ui_dialogs/loopback_server.h"
 
 namespace nbx {
 namespace {
