@@ -22,8 +22,10 @@ TEST(MessageBox, EachButtonSetRepliesByTheButtonPressed) {
     int buttons;
     const char* caption;
     int reply;
-  } cases[] = {{ButtonsOk, "OK", ReplyOk},          {ButtonsYesNoCancel, "No", ReplyNo},
-               {ButtonsYesNoCancel, "Cancel", ReplyCancel}, {ButtonsYesNo, "Yes", ReplyYes},
+  } cases[] = {{ButtonsOk, "OK", ReplyOk},
+               {ButtonsYesNoCancel, "No", ReplyNo},
+               {ButtonsYesNoCancel, "Cancel", ReplyCancel},
+               {ButtonsYesNo, "Yes", ReplyYes},
                {ButtonsYesNo, "No", ReplyNo}};
   QWidget main;
   main.show();
@@ -53,14 +55,17 @@ TEST(ColourPicker, AcceptTakesTheMarkedSwatchAndTheWordCancelKeepsBoth) {
 
   // Accept after moving one to the right: the next swatch, and the new word.
   QColor next;
-  ModalScript accept({[&](QWidget* picker) {
-    QTest::keyClick(grid(picker), Qt::Key_Right);
-    EXPECT_EQ(LabelColour(picker->findChild<QLabel*>("LblColor(8)")), QColor(0xFF0000));
-    next = LabelColour(picker->findChild<QLabel*>("LblColor(9)"));
-    picker->findChild<QLineEdit*>("DescText")->setText("Very cloudy sky");
-    Click(picker, "OK");
-  }});
-  EXPECT_TRUE(PickColour(&main, &target, true));
+  {
+    // Scoped: a script left alive would cancel the later pickers as unexpected.
+    ModalScript accept({[&](QWidget* picker) {
+      QTest::keyClick(grid(picker), Qt::Key_Right);
+      EXPECT_EQ(LabelColour(picker->findChild<QLabel*>("LblColor(8)")), QColor(0xFF0000));
+      next = LabelColour(picker->findChild<QLabel*>("LblColor(9)"));
+      picker->findChild<QLineEdit*>("DescText")->setText("Very cloudy sky");
+      Click(picker, "OK");
+    }});
+    EXPECT_TRUE(PickColour(&main, &target, true));
+  }
   EXPECT_EQ(LabelColour(&target), next);
   EXPECT_EQ(target.text(), "Very cloudy") << "the word holds 11 characters";
 
@@ -68,8 +73,10 @@ TEST(ColourPicker, AcceptTakesTheMarkedSwatchAndTheWordCancelKeepsBoth) {
   for (bool escape : {false, true}) {
     ModalScript cancel({[&](QWidget* picker) {
       QTest::keyClick(grid(picker), Qt::Key_Down);
-      if (escape) QTest::keyClick(grid(picker), Qt::Key_Escape);
-      else Click(picker, "Cancel");
+      if (escape)
+        QTest::keyClick(grid(picker), Qt::Key_Escape);
+      else
+        Click(picker, "Cancel");
     }});
     EXPECT_FALSE(PickColour(&main, &target, false));
     EXPECT_EQ(LabelColour(&target), next);
