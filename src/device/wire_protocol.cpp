@@ -209,12 +209,18 @@ void DispatchFrame(Nimbometer& nm, std::string_view frame, bool& endSeen) {
     case '6':
       if (!guarded) s.SamplesZener.Add(ParseNumber(data));
       break;
-    case '8':
+    case '8': {
       if (guarded) break;
+      // Only a reading declares the sky-quality meter fitted: it stays so
+      // until the next Start, and line noise that happens to look like the
+      // frame's start would otherwise leave Day Unknown all night.
+      const std::optional<double> v = ParseNumber(data);
+      if (!v && !s.SQMPresent) break;
       d.LblSQMFreq.Caption = Trim(data);
       s.SQMPresent = true;
-      s.SamplesSQM.Add(ParseNumber(data));
+      s.SamplesSQM.Add(v);
       break;
+    }
     case 'R':
       if (guarded) break;
       s.SamplesRainFreq.Add(ParseNumber(data));

@@ -65,6 +65,9 @@ TEST_F(WireProtocol, SampleFramesTheirMarksAndDamagedNumbers) {
   for (const char* v : {"1", "2", "3"}) Reply('1', v);
   EXPECT_EQ(s.SamplesSkyIR.values, (std::vector<double>{99900, 10000.5, 0, 1, 2}));
 
+  // Noise shaped like a sky-quality frame does not declare the meter.
+  Receive(Frame('8', "\x8f!k\x02") + EndOfReplyFrame());
+  EXPECT_FALSE(s.SQMPresent);
   Receive(Frame('8', " 250000 ") + Frame('R', "3300") + EndOfReplyFrame());
   EXPECT_TRUE(s.SQMPresent);
   EXPECT_EQ(std::tuple(s.SamplesSQM.values[0], s.SamplesRainFreq.values[0]), std::tuple(250000.0, 3300.0));
