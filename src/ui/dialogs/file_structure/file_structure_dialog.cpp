@@ -8,23 +8,17 @@
 #include "core/nimbometer.h"
 #include "core/text.h"
 #include "editing/config_editor.h"
+#include "ui/widgets/named.h"
 
 namespace nbx {
 namespace {
-
-QPushButton* Button(const char* name, const QString& caption, QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  return button;
-}
 
 void Fill(QListWidget* list, const std::array<FileColumn, FileColumnCount>& columns) {
   list->clear();
   for (int row = 0; row < FileColumnCount; ++row) {
     const FileColumn& column = columns[static_cast<std::size_t>(row)];
     auto* item = new QListWidgetItem(
-        QStringLiteral("(%1) ").arg(row + 1, 2, 10, QChar('0')) +
-            QString::fromStdString(Trim(column.Hdr)),
+        QStringLiteral("(%1) ").arg(row + 1, 2, 10, QChar('0')) + QString::fromStdString(Trim(column.Hdr)),
         list);
     item->setData(Qt::UserRole, column.Cal);
     item->setSelected(column.Prt);
@@ -33,8 +27,7 @@ void Fill(QListWidget* list, const std::array<FileColumn, FileColumnCount>& colu
 
 }  // namespace
 
-FileStructureDialog::FileStructureDialog(Nimbometer& nm, QWidget* parent)
-    : QDialog(parent), nm_(nm) {
+FileStructureDialog::FileStructureDialog(Nimbometer& nm, QWidget* parent) : QDialog(parent), nm_(nm) {
   setObjectName("NBXFileStructForm");
   setWindowTitle("File Structure");
   ListCol_ = new QListWidget(this);
@@ -46,11 +39,11 @@ FileStructureDialog::FileStructureDialog(Nimbometer& nm, QWidget* parent)
   ListCol_->setMinimumHeight(ListCol_->sizeHintForRow(0) * 16);
   ListCol_->setMinimumWidth(ListCol_->sizeHintForColumn(0) + 32);
 
-  auto* up = Button("ButtArrUp", "Up", this);
-  auto* down = Button("ButtArrDown", "Down", this);
-  auto* defaults = Button("Command2", "Default", this);
-  auto* ok = Button("ButtOK", "OK", this);
-  auto* cancel = Button("Command1", "Cancel", this);
+  auto* up = Named<QPushButton>("ButtArrUp", "Up", this);
+  auto* down = Named<QPushButton>("ButtArrDown", "Down", this);
+  auto* defaults = Named<QPushButton>("Command2", "Default", this);
+  auto* ok = Named<QPushButton>("ButtOK", "OK", this);
+  auto* cancel = Named<QPushButton>("Command1", "Cancel", this);
   ok->setDefault(true);
   connect(up, &QPushButton::clicked, this, [this] { MoveCurrent(-1); });
   connect(down, &QPushButton::clicked, this, [this] { MoveCurrent(+1); });

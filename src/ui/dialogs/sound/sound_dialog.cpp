@@ -14,18 +14,13 @@
 #include "safety/sound_player.h"
 #include "station/system_areas.h"
 #include "ui/widgets/message_box.h"
+#include "ui/widgets/named.h"
 
 namespace nbx {
 namespace {
 
 const QStringList SoundPatterns{"*.wav", "*.mp3", "*.mid", "*.wma"};
 constexpr const char* RepeatMark = "|repeat";
-
-QPushButton* Button(const char* name, const QString& caption, QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  return button;
-}
 
 }  // namespace
 
@@ -48,18 +43,18 @@ SoundDialog::SoundDialog(Nimbometer& nm, const std::string& current, QWidget* pa
   ChkRepeat_->setObjectName("ChkRepeat");
   StatMsg_ = new QLabel(this);
   StatMsg_->setObjectName("StatMsg");
-  auto* folder = Button("ButtFolder", "Folder ...", this);
-  auto* play = Button("ButtPlay", "Play", this);
-  auto* stop = Button("ButtStop", "Stop", this);
-  auto* clear = Button("ButtClear", "Clear", this);
-  auto* ok = Button("ButtOK", "OK", this);
-  auto* cancel = Button("ButtCancel", "Cancel", this);
+  auto* folder = Named<QPushButton>("ButtFolder", "Folder ...", this);
+  auto* play = Named<QPushButton>("ButtPlay", "Play", this);
+  auto* stop = Named<QPushButton>("ButtStop", "Stop", this);
+  auto* clear = Named<QPushButton>("ButtClear", "Clear", this);
+  auto* ok = Named<QPushButton>("ButtOK", "OK", this);
+  auto* cancel = Named<QPushButton>("ButtCancel", "Cancel", this);
   ok->setDefault(true);
 
   connect(folder, &QPushButton::clicked, this, [this] {
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, "Folder of the sound files", folder_,
-        QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, "Folder of the sound files", folder_,
+                                          QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
     if (!chosen.isEmpty()) OpenFolder(chosen);
   });
   connect(File1_, &QListWidget::itemDoubleClicked, this, &SoundDialog::Play);
@@ -102,8 +97,8 @@ void SoundDialog::OpenFolder(const QString& folder) {
   folder_ = QDir(folder).absolutePath();
   Dir1_->setText(folder_);
   File1_->clear();
-  File1_->addItems(QDir(folder_).entryList(SoundPatterns, QDir::Files | QDir::Readable,
-                                           QDir::Name | QDir::IgnoreCase));
+  File1_->addItems(
+      QDir(folder_).entryList(SoundPatterns, QDir::Files | QDir::Readable, QDir::Name | QDir::IgnoreCase));
 }
 
 QString SoundDialog::ChosenFile() const {

@@ -16,24 +16,13 @@
 #include "ui/dialogs/news/news_dialog.h"
 #include "ui/dialogs/update/handover_file.h"
 #include "ui/widgets/message_box.h"
+#include "ui/widgets/named.h"
 
 namespace nbx {
 namespace {
 
 // Texts of the update server must be longer than this to be news.
 constexpr int NewsMinimumLength = 3;
-
-QPushButton* Button(const QString& caption, const char* name, QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  return button;
-}
-
-QLabel* Named(const QString& text, const char* name, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setObjectName(name);
-  return label;
-}
 
 }  // namespace
 
@@ -44,25 +33,25 @@ UpdateForm::UpdateForm(Nimbometer& nm, Settings& store, const QString& handoverF
 
   Frame1_ = new QGroupBox(this);
   Frame1_->setObjectName("Frame1");
-  Label1_ = Named({}, "Label1", Frame1_);
-  Label2_ = Named({}, "Label2", Frame1_);
+  Label1_ = Named<QLabel>("Label1", {}, Frame1_);
+  Label2_ = Named<QLabel>("Label2", {}, Frame1_);
   auto* versions = new QGridLayout(Frame1_);
-  versions->addWidget(Named("Installed version", "Label0(0)", Frame1_), 0, 0);
+  versions->addWidget(Named<QLabel>("Label0(0)", "Installed version", Frame1_), 0, 0);
   versions->addWidget(Label1_, 0, 1);
-  versions->addWidget(Named("Newer version", "Label0(1)", Frame1_), 1, 0);
+  versions->addWidget(Named<QLabel>("Label0(1)", "Newer version", Frame1_), 1, 0);
   versions->addWidget(Label2_, 1, 1);
-  Command5_ = Button("Update", "Command5", Frame1_);
-  QPushButton* command4 = Button("Cancel", "Command4", Frame1_);
+  Command5_ = Named<QPushButton>("Command5", "Update", Frame1_);
+  QPushButton* command4 = Named<QPushButton>("Command4", "Cancel", Frame1_);
   versions->addWidget(Command5_, 0, 2);
   versions->addWidget(command4, 1, 2);
   Frame1_->hide();
 
-  Label3_ = Named({}, "Label3", this);
+  Label3_ = Named<QLabel>("Label3", {}, this);
   Label3_->setWordWrap(true);
   Label3_->setMinimumWidth(320);
   Label3_->setAccessibleName("Update status");
-  Command1_ = Button("Check", "Command1", this);
-  QPushButton* command2 = Button("Cancel", "Command2", this);
+  Command1_ = Named<QPushButton>("Command1", "Check", this);
+  QPushButton* command2 = Named<QPushButton>("Command2", "Cancel", this);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(Command1_);
@@ -95,13 +84,13 @@ void UpdateForm::Check() {
   Label3_->setText("Contacting Update Center");
   baseUrl_ = QString::fromStdString(nm_.config.UpdateBaseURL).trimmed();
   if (baseUrl_.isEmpty()) {
-    Stop("No update address is set: the update server's address goes in key BaseURL of "
-         "section Update of the settings.");
+    Stop(
+        "No update address is set: the update server's address goes in key BaseURL of "
+        "section Update of the settings.");
     return;
   }
   const QUrl base(baseUrl_, QUrl::StrictMode);
-  if (!base.isValid() || base.host().isEmpty() ||
-      (base.scheme() != "http" && base.scheme() != "https")) {
+  if (!base.isValid() || base.host().isEmpty() || (base.scheme() != "http" && base.scheme() != "https")) {
     Stop(QStringLiteral("The update address \"%1\" is not an http or https address.").arg(baseUrl_));
     return;
   }
@@ -165,8 +154,8 @@ void UpdateForm::ShowNews() {
 
 void UpdateForm::Update() {
   if (Label1_->text() == Label2_->text() &&
-      ShowMessage(this, "The lattest version already installed.\n Do you wish to download?", ButtonsYesNo, {}) ==
-          ReplyNo)
+      ShowMessage(this, "The lattest version already installed.\n Do you wish to download?", ButtonsYesNo,
+                  {}) == ReplyNo)
     return;
   nm_.state.NBXUpdate = 1;
   Frame1_->hide();
